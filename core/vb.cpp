@@ -1,0 +1,97 @@
+#include "core/vb.h"
+
+#include <cctype>
+#include <climits>
+#include <cmath>
+#include <cstdlib>
+
+namespace vb {
+
+std::string LCase(std::string_view s) {
+    std::string r(s);
+    for (char& c : r) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return r;
+}
+
+bool ContainsNoCase(std::string_view haystack, std::string_view needle) {
+    return LCase(haystack).find(LCase(needle)) != std::string::npos;
+}
+
+double Val(std::string_view s) {
+    std::size_t i = 0;
+    while (i < s.size() && (s[i] == ' ' || s[i] == '\t')) ++i;
+    std::string num;
+    if (i < s.size() && (s[i] == '-' || s[i] == '+')) num += s[i++];
+    bool digits = false, dot = false;
+    for (; i < s.size(); ++i) {
+        char c = s[i];
+        if (std::isdigit(static_cast<unsigned char>(c))) {
+            num += c;
+            digits = true;
+        } else if (c == '.' && !dot) {
+            num += c;
+            dot = true;
+        } else {
+            break;
+        }
+    }
+    if (!digits) return 0.0;
+    double v = std::strtod(num.c_str(), nullptr);
+    if (!std::isfinite(v)) return 0.0;
+    return v;
+}
+
+bool TryCLng(std::string_view s, std::int32_t& out) {
+    std::string t = Trim(s);
+    if (t.empty()) return false;
+    std::size_t i = 0;
+    if (t[i] == '-' || t[i] == '+') ++i;
+    bool digits = false, dot = false;
+    for (; i < t.size(); ++i) {
+        if (std::isdigit(static_cast<unsigned char>(t[i]))) digits = true;
+        else if (t[i] == '.' && !dot) dot = true;
+        else return false;
+    }
+    if (!digits) return false;
+    double v = std::strtod(t.c_str(), nullptr);
+    if (!std::isfinite(v) || v > INT32_MAX || v < INT32_MIN) return false;
+    out = CLng(v);
+    return true;
+}
+
+double RoundHalfEven(double x) { return std::nearbyint(x); }
+
+std::int32_t CLng(double x) {
+    double r = RoundHalfEven(x);
+    if (!(r == r)) return 0;
+    if (r > INT32_MAX) return INT32_MAX;
+    if (r < INT32_MIN) return INT32_MIN;
+    return static_cast<std::int32_t>(r);
+}
+
+std::string Str(long long n) { return std::to_string(n); }
+
+std::string Remove(std::string_view s, std::string_view what) {
+    std::string r;
+    if (what.empty()) return std::string(s);
+    std::size_t pos = 0;
+    while (true) {
+        std::size_t f = s.find(what, pos);
+        if (f == std::string_view::npos) {
+            r.append(s.substr(pos));
+            break;
+        }
+        r.append(s.substr(pos, f - pos));
+        pos = f + what.size();
+    }
+    return r;
+}
+
+std::string Trim(std::string_view s) {
+    std::size_t b = 0, e = s.size();
+    while (b < e && s[b] == ' ') ++b;
+    while (e > b && s[e - 1] == ' ') --e;
+    return std::string(s.substr(b, e - b));
+}
+
+}  // namespace vb
