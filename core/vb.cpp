@@ -3,6 +3,7 @@
 #include <cctype>
 #include <climits>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace vb {
@@ -70,6 +71,17 @@ std::int32_t CLng(double x) {
 }
 
 std::string Str(long long n) { return std::to_string(n); }
+
+std::string NumText(double x) {
+    if (!std::isfinite(x)) return "0";
+    if (x == std::floor(x) && std::fabs(x) < 1e15) return std::to_string(static_cast<long long>(x));
+    char buf[64];
+    for (int prec = 1; prec <= 17; ++prec) {
+        std::snprintf(buf, sizeof buf, "%.*g", prec, x);
+        if (std::strtod(buf, nullptr) == x) break;
+    }
+    return buf;
+}
 
 std::string Remove(std::string_view s, std::string_view what) {
     std::string r;

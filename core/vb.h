@@ -42,6 +42,10 @@ std::int32_t CLng(double x);  // rounded halves to even, clamped to 32 bits
 // Number as plain decimal text, no leading blank.
 std::string Str(long long n);
 
+// A number as the program writes it into text: whole values without a
+// decimal point ("2880"), others in their shortest exact form ("2887.5").
+std::string NumText(double x);
+
 // Removes every occurrence of `what` from `s`.
 std::string Remove(std::string_view s, std::string_view what);
 

@@ -3,6 +3,7 @@
 // a notice with "okay", a question with "yes" and "no", and the name prompt
 // for a new high score. The answer goes to the shared MessageResult.
 
+#include <cstdint>
 #include <deque>
 #include <string>
 
@@ -21,6 +22,7 @@ public:
     // Controls; positions in twips relative to the client area.
     Label lblMessage, lblYes, lblNo, lblOkay;
     TextField txtName;
+    std::int32_t txtNameBackColor = 0xD6FEFE;  // pale yellow, &HBBGGRR
     int Width = 5880, Height = 2400;  // client area in twips (392 by 160 pixels)
 
     bool Loaded = false;     // between Form_Load and the unload

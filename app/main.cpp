@@ -1,0 +1,79 @@
+// Tessuma Sudoku: the program.
+
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QStandardPaths>
+
+#include "audio/QtMusicDevice.h"
+#include "audio/QtSoundEffects.h"
+#include "dialogs/QtDialogHost.h"
+#include "forms/modMain.h"
+#include "net/QtDownloader.h"
+#include "platform/QtPlatform.h"
+#include "settings/QtSettingsStore.h"
+#include "view/Look.h"
+#include "view/MessageDialog.h"
+#include "view/QtPrinter.h"
+#include "view/TessumaWindow.h"
+
+int main(int argc, char** argv) {
+    QApplication::setApplicationName("Tessuma");
+    QApplication::setOrganizationName("Tessuma");
+    QApplication::setApplicationDisplayName("Tessuma Sudoku");
+    QApplication::setDesktopFileName("tessuma");
+    QApplication app(argc, argv);
+    app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
+    look::LoadFonts();
+
+    // The whole command line is one path of a saved game.
+    QStringList args = app.arguments();
+    args.removeFirst();
+    const std::string commandLine = args.join(' ').toStdString();
+
+    QtSettingsStore settings;
+    QtRandom random;
+    QtClock clock;
+    QtDisplay display;
+    QtInstanceLock instance;
+    QtSystemMessageBox sysbox;
+    QtMessageHost messages;
+    QtPopupHost popups;
+    QtDialogHost dialogs;
+    QtSoundEffects sounds;
+    QtMusicDevice music;
+    QtShell shell;
+    QtDownloader download;
+
+    Ports ports;
+    ports.settings = &settings;
+    ports.random = &random;
+    ports.clock = &clock;
+    ports.screen = &display;
+    ports.display = &display;
+    ports.instance = &instance;
+    ports.sysbox = &sysbox;
+    ports.messages = &messages;
+    ports.popups = &popups;
+    ports.dialogs = &dialogs;
+    ports.sounds = &sounds;
+    ports.music = &music;
+    ports.shell = &shell;
+    ports.download = &download;
+    ports.programDir = QCoreApplication::applicationDirPath().toStdString();
+    ports.commandLine = commandLine;
+    ports.profileDir = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
+    QDir().mkpath(QString::fromStdString(ports.profileDir));
+
+    Program program(ports);
+    TessumaWindow window(program);
+    QtPrinter printer(window);
+    program.ports.window = &window;
+    program.ports.printer = &printer;
+    messages.SetOwner(&window);
+    display.onModeChanged = [&window](bool full) { window.SetFullScreenMode(full); };
+
+    program.Main();
+    if (!program.Running) return 0;
+    return app.exec();
+}

@@ -1,0 +1,38 @@
+#include "net/QtDownloader.h"
+
+#include <QEventLoop>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSaveFile>
+#include <QTimer>
+#include <QUrl>
+
+bool QtDownloader::Download(const std::string& url, const std::string& localPath) {
+    const QUrl u(QString::fromStdString(url));
+    if (!u.isValid() || (u.scheme() != "http" && u.scheme() != "https")) return false;
+    QNetworkAccessManager manager;
+    QNetworkRequest request(u);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    request.setTransferTimeout(timeoutMs_);
+    QNetworkReply* reply = manager.get(request);
+    QEventLoop loop;
+    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(timeoutMs_ + 1000, &loop, &QEventLoop::quit);
+    // Input to the window waits; timers go on, as with the original call.
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    bool ok = false;
+    if (reply->isFinished() && reply->error() == QNetworkReply::NoError) {
+        const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        if (status == 0 || (status >= 200 && status < 300)) {
+            QSaveFile out(QString::fromStdString(localPath));
+            if (out.open(QIODevice::WriteOnly)) {
+                out.write(reply->readAll());
+                ok = out.commit();
+            }
+        }
+    } else {
+        reply->abort();
+    }
+    reply->deleteLater();
+    return ok;
+}

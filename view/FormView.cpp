@@ -1,0 +1,683 @@
+#include "view/FormView.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "controls/HoverCommand.h"
+#include "forms/frmTessuma.h"
+#include "forms/modMain.h"
+#include "view/Look.h"
+#include "view/MessageDialog.h"
+
+namespace {
+
+constexpr std::uint32_t kButtonFore = 0x800080;
+constexpr std::uint32_t kCream = 0xD4F5F5;
+constexpr std::uint32_t kWhite = 0xFFFFFF;
+
+QRect R(const Label& l) { return QRect(l.Left, l.Top, l.Width, l.Height); }
+QRect R(const PictureBox& p) { return QRect(p.Left, p.Top, p.Width, p.Height); }
+QRect R(const TextField& t) { return QRect(t.Left, t.Top, t.Width, t.Height); }
+QRect R(const CheckBox& c) { return QRect(c.Left, c.Top, c.Width, c.Height); }
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// Draws a label's caption in its rectangle; a caption that doesn't fit
+// may run over its box as the original's transparent labels do.
+void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColor& color, const QString& text) {
+    p.setFont(font);
+    p.setPen(color);
+    p.drawText(r.adjusted(-40, -4, 0, 4).united(r), align | Qt::AlignVCenter | Qt::TextDontClip, text);
+}
+
+}  // namespace
+
+FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program_(program) {
+    setFixedSize(640, 480);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+    look::LoadFonts();
+
+    const char* words[9] = {"sidenav0", "sidenav1", "sidenav2", "sidenav3", "sidenav4",
+                            "sidenav5", "sidenav6", "sidenav7", "sidenav8"};
+    // Indices 7 and 8 lie under 0 and 1: made first, so they are below.
+    for (int i : {7, 8, 0, 1, 2, 3, 4, 5, 6}) {
+        side_[static_cast<std::size_t>(i)] = MakeButton(words[i], kCream);
+        connect(side_[static_cast<std::size_t>(i)], &HoverCommand::Click, this, [this, i] {
+            Form().cmdSideNav_Click(i);
+            Sync();
+        });
+    }
+    max_ = MakeButton("maximize", kWhite);
+    restore_ = MakeButton("restore", kWhite);  // on top of maximise
+    min_ = MakeButton("minimize", kWhite);
+    close_ = MakeButton("close", kWhite);
+    showOpt_ = MakeButton("showoptions", kWhite);
+    hideOpt_ = MakeButton("hideoptions", kWhite);  // on top of show
+    ok_ = MakeButton("ok", kCream);
+    auto bind = [this](HoverCommand* b, void (frmTessuma::*handler)()) {
+        connect(b, &HoverCommand::Click, this, [this, handler] {
+            (Form().*handler)();
+            Sync();
+        });
+    };
+    bind(min_, &frmTessuma::cmdMinimize_Click);
+    bind(max_, &frmTessuma::cmdMaximize_Click);
+    bind(restore_, &frmTessuma::cmdRestoreDown_Click);
+    bind(close_, &frmTessuma::cmdClose_Click);
+    bind(showOpt_, &frmTessuma::cmdShowOptions_Click);
+    bind(hideOpt_, &frmTessuma::cmdHideOptions_Click);
+    bind(ok_, &frmTessuma::cmdOK_Click);
+
+    clock_.setInterval(1000);
+    song_.setInterval(250);
+    connect(&clock_, &QTimer::timeout, this, [this] {
+        if (Form().tmrClock.Enabled) Form().tmrClock_Timer();
+        Sync();
+    });
+    connect(&song_, &QTimer::timeout, this, [this] {
+        if (Form().tmrSongCheck.Enabled) Form().tmrSongCheck_Timer();
+        Sync();
+    });
+    caret_.setInterval(530);
+    connect(&caret_, &QTimer::timeout, this, [this] {
+        caretOn_ = !caretOn_;
+        const ControlRef f = Form().FocusedControl();
+        if (f.name == "txtCell") update(R(Form().txtCell[static_cast<std::size_t>(f.index)]));
+    });
+    caret_.start();
+    glide_.setInterval(15);
+    connect(&glide_, &QTimer::timeout, this, &FormView::GlideStep);
+}
+
+FormView::~FormView() = default;
+
+frmTessuma& FormView::Form() const { return *program_.MainForm; }
+
+HoverCommand* FormView::MakeButton(const QString& face, std::uint32_t backColor) {
+    auto* b = new HoverCommand(this);
+    b->setFocusPolicy(Qt::NoFocus);
+    b->SetStyle(48);
+    b->SetImageOffset(0);
+    b->SetBorderOffset(0);
+    b->SetHAlign(2);
+    b->SetCaption(QString());
+    b->SetForeColor(kButtonFore);
+    b->SetBackColor(backColor);
+    b->SetPicture(StdPicture(look::Button(face)));
+    b->SetHovPicture(StdPicture(look::Button(face + "_hover")));
+    b->setCursor(look::Hand());
+    return b;
+}
+
+void FormView::SyncButton(HoverCommand* b, const CommandButton& m, const QPoint& offset) {
+    const QRect want(m.Left + offset.x(), m.Top + offset.y(), m.Width, m.Height);
+    if (b->geometry() != want) b->setGeometry(want);
+    if (b->isVisible() != m.Visible) b->setVisible(m.Visible);
+    b->SetEnabled(m.Enabled);
+}
+
+void FormView::Sync() {
+    if (!program_.MainForm) return;
+    frmTessuma& f = Form();
+    // Keystrokes the program queued for itself arrive after its handler.
+    f.DeliverQueuedKeys();
+
+    for (std::size_t i = 0; i < 9; ++i) SyncButton(side_[i], f.cmdSideNav[i]);
+    SyncButton(min_, f.cmdMinimize);
+    SyncButton(max_, f.cmdMaximize);
+    SyncButton(restore_, f.cmdRestoreDown);
+    SyncButton(close_, f.cmdClose);
+    SyncButton(showOpt_, f.cmdShowOptions);
+    SyncButton(hideOpt_, f.cmdHideOptions);
+    // The OK button lives in the help navigation and shows with it.
+    CommandButton ok = f.cmdOK;
+    ok.Visible = ok.Visible && f.picHelpNav.Visible;
+    SyncButton(ok_, ok, QPoint(f.picHelpNav.Left, f.picHelpNav.Top));
+    // Overlapping pairs: the one on top is raised last.
+    restore_->raise();
+    hideOpt_->raise();
+    for (int i : {0, 1}) side_[static_cast<std::size_t>(i)]->raise();
+
+    if (f.tmrClock.Enabled && !clock_.isActive()) clock_.start();
+    if (!f.tmrClock.Enabled && clock_.isActive()) clock_.stop();
+    if (f.tmrSongCheck.Enabled && !song_.isActive()) song_.start();
+    if (!f.tmrSongCheck.Enabled && song_.isActive()) song_.stop();
+
+    if (f.DragActive && !glide_.isActive()) glide_.start();
+    if (!f.DragActive && glide_.isActive()) glide_.stop();
+
+    caretOn_ = true;
+    update();
+    emit ModelChanged();
+}
+
+// --------------------------------------------------------------------------
+// Painting.
+
+void FormView::paintEvent(QPaintEvent*) {
+    if (!program_.MainForm) return;
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::TextAntialiasing);
+    p.setRenderHint(QPainter::SmoothPixmapTransform);
+    // The form's colour shows in the two-pixel strip the picture leaves.
+    p.fillRect(rect(), QColor(240, 240, 240));
+    const QPixmap& bg = look::Bitmap(Form().Picture);
+    if (!bg.isNull()) p.drawPixmap(QRect(0, 0, 638, 478), bg);
+    else p.fillRect(QRect(0, 0, 638, 478), Qt::white);
+    PaintPanel(p);
+    PaintBoard(p);
+    PaintFrames(p);
+    PaintOverlays(p);
+}
+
+void FormView::PaintPanel(QPainter& p) {
+    frmTessuma& f = Form();
+    if (f.lblScore.Visible)
+        Text(p, R(f.lblScore), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblScore.ForeColor), Q(f.lblScore.Caption));
+    if (f.lblDifficulty.Visible)
+        Text(p, R(f.lblDifficulty), Qt::AlignRight, look::Japan(12), look::Bgr(f.lblDifficulty.ForeColor),
+             Q(f.lblDifficulty.Caption));
+    if (f.lblTimer.Visible)
+        Text(p, R(f.lblTimer), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblTimer.ForeColor), Q(f.lblTimer.Caption));
+
+    for (std::size_t i = 1; i <= 10; ++i) {
+        const Label& l = f.lblOption[i];
+        if (!l.Visible) continue;
+        QFont font = look::Japan(14.25);
+        int align = Qt::AlignRight;
+        switch (i) {
+            case 6: font = look::Japan(12); break;
+            case 7: font = look::Japan(14.25, true, true); break;
+            case 9: font = look::Arial(14.25, true); break;
+            case 10: font = look::Japan(12, true, true); align = Qt::AlignHCenter; break;
+            default: break;
+        }
+        if (i == 8) align = Qt::AlignLeft;
+        if (i == 10) {
+            p.setFont(font);
+            p.setPen(look::Bgr(l.ForeColor));
+            p.drawText(R(l), Qt::AlignCenter | Qt::TextWordWrap, Q(l.Caption));
+        } else {
+            Text(p, R(l), align, font, look::Bgr(l.ForeColor), Q(l.Caption));
+        }
+    }
+    for (const Label& u : f.lblUnderscore)
+        if (u.Visible) Text(p, R(u), Qt::AlignLeft, look::Arial(14.25), look::Bgr(u.ForeColor), Q(u.Caption));
+
+    for (const CheckBox* c : {&f.chkClickring, &f.chkSkin, &f.chkSounds}) {
+        if (!c->Visible) continue;
+        const QRectF box = QRectF(c->Left + 0.5, c->Top + 3.5, 13, 13);
+        p.setPen(QPen(look::Bgr(0xB55E0B), 1.2));
+        p.setBrush(look::Bgr(c->BackColor));
+        p.drawRoundedRect(box, 2.5, 2.5);
+        if (c->Value) {
+            QPainterPath tick;
+            tick.moveTo(box.left() + 3, box.top() + 6.8);
+            tick.lineTo(box.left() + 5.6, box.top() + 9.6);
+            tick.lineTo(box.left() + 10.2, box.top() + 3.4);
+            p.setPen(QPen(look::Bgr(0xB55E0B), 2.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            p.setBrush(Qt::NoBrush);
+            p.drawPath(tick);
+        }
+    }
+    if (f.picVolume.Visible) {
+        const QRect track = R(f.picVolume);
+        if (f.picVolume.Picture && !look::Bitmap(f.picVolume.Picture).isNull()) {
+            p.drawPixmap(QRect(track.left(), track.top() + 1, 89, 14), look::Bitmap(f.picVolume.Picture));
+        } else {
+            p.setPen(QPen(QColor(133, 174, 198), 1));
+            p.setBrush(Qt::NoBrush);
+            p.drawRoundedRect(QRectF(track.left() + 0.5, track.top() + 5.5, 88, 4), 2, 2);
+        }
+        const QRect thumb(track.left() + static_cast<int>(f.imgVolume.Left), track.top() + f.imgVolume.Top,
+                          f.imgVolume.Width, f.imgVolume.Height);
+        const QPixmap& t = look::Control("volume_thumb");
+        if (!t.isNull()) {
+            p.drawPixmap(thumb, t);
+        } else {
+            p.setPen(QPen(look::Bgr(0xB55E0B), 1));
+            p.setBrush(QColor(255, 255, 255));
+            p.drawEllipse(QRectF(thumb).adjusted(1, 1, -1, -1));
+        }
+    }
+}
+
+void FormView::PaintBoard(QPainter& p) {
+    frmTessuma& f = Form();
+    const ControlRef focus = f.FocusedControl();
+    const QFont digitFont = look::Japan(20.25);
+    const QFont markFont = look::CourierBold(12);
+    for (std::size_t i = 0; i < 81; ++i) {
+        const TextField& c = f.txtCell[i];
+        const QRect cell = R(c);
+        if (c.Visible) {
+            const bool focused = focus.name == "txtCell" && focus.index == static_cast<int>(i);
+            if (focused) {
+                p.setPen(Qt::NoPen);
+                p.setBrush(QColor(255, 246, 196, 210));
+                p.drawRoundedRect(QRectF(cell).adjusted(2.5, 2.5, -3.5, -3.5), 5, 5);
+            }
+            p.setFont(digitFont);
+            p.setPen(look::Bgr(c.ForeColor));
+            p.drawText(cell.adjusted(0, 0, -1, -1), Qt::AlignCenter, Q(c.Text));
+            if (focused && c.Text.empty() && caretOn_) {
+                p.setPen(QPen(QColor(60, 60, 60), 1.5));
+                p.drawLine(QPointF(cell.center().x() + 0.5, cell.top() + 10), QPointF(cell.center().x() + 0.5, cell.bottom() - 10));
+            }
+            continue;
+        }
+        for (std::size_t k = 0; k < 3; ++k) {
+            const Label& l = f.lblViewPos[3 * i + k];
+            if (!l.Visible) continue;
+            p.setFont(markFont);
+            p.setPen(look::Bgr(l.ForeColor));
+            p.drawText(R(l), Qt::AlignCenter, Q(l.Caption));
+        }
+    }
+}
+
+void FormView::PaintFrames(QPainter& p) {
+    frmTessuma& f = Form();
+    // Help page.
+    const PictureBox& help = f.picFrame[2];
+    if (help.Visible) {
+        const QPixmap& page = look::Bitmap(help.Picture);
+        if (!page.isNull()) p.drawPixmap(R(help), page);
+        else p.fillRect(R(help), QColor(255, 253, 240));
+        for (const Label* l : {&f.lblSupport, &f.lblWiki}) {
+            if (!l->Visible) continue;
+            const QRect r = R(*l).translated(help.Left, help.Top);
+            p.setFont(look::Verdana(14.25, false, true));
+            p.setPen(look::Bgr(l->ForeColor));
+            p.drawText(r.adjusted(-30, -3, 30, 3), Qt::AlignCenter, Q(l->Caption));
+        }
+    }
+    // High scores.
+    const PictureBox& highs = f.picFrame[4];
+    if (highs.Visible) {
+        const QPixmap& pic = look::Bitmap(highs.Picture);
+        if (highs.Picture && !pic.isNull()) p.drawPixmap(R(highs), pic);
+        else p.fillRect(R(highs), Qt::white);
+        const QRect cap = R(f.Label3).translated(highs.Left, highs.Top);
+        Text(p, cap, Qt::AlignLeft, look::Japan(20.25), look::Bgr(f.Label3.ForeColor), Q(f.Label3.Caption));
+        for (std::size_t i = 0; i < 10; ++i) {
+            const Label& n = f.lblSHName[i];
+            const Label& s = f.lblSHScore[i];
+            p.setFont(look::Verdana(14.25));
+            p.setPen(look::Bgr(n.ForeColor));
+            p.drawText(R(n).translated(highs.Left, highs.Top), Qt::AlignLeft | Qt::AlignVCenter, Q(n.Caption));
+            p.setPen(look::Bgr(s.ForeColor));
+            p.drawText(R(s).translated(highs.Left, highs.Top), Qt::AlignRight | Qt::AlignVCenter, Q(s.Caption));
+        }
+    }
+    // The pause and loading curtain.
+    const PictureBox& curtain = f.picFrame[3];
+    if (curtain.Visible) {
+        const QPixmap& pic = look::Bitmap(curtain.Picture);
+        if (curtain.Picture && !pic.isNull()) {
+            p.drawPixmap(R(curtain), pic);
+        } else {
+            p.fillRect(R(curtain), QColor(255, 255, 255));
+            p.setFont(look::Japan(28));
+            p.setPen(look::Bgr(0xB55E0B));
+            p.drawText(R(curtain), Qt::AlignCenter, QStringLiteral("paused"));
+        }
+    }
+    if (f.lblLoading.Visible) {
+        p.setFont(look::Verdana(11.25, true));
+        p.setPen(look::Bgr(f.lblLoading.ForeColor));
+        p.drawText(R(f.lblLoading), Qt::AlignCenter, Q(f.lblLoading.Caption));
+    }
+    // Help navigation and the monkey.
+    if (f.picHelpNav.Visible) {
+        const QRect nav = R(f.picHelpNav);
+        const QPixmap& pic = look::Control("helpnav");
+        if (!pic.isNull()) p.drawPixmap(nav, pic);
+        else p.fillRect(nav, QColor(245, 245, 212));
+        for (const Label& l : f.lblHelpPages) {
+            if (!l.Visible) continue;
+            Text(p, R(l).translated(nav.topLeft()), Qt::AlignRight, look::Japan(14.25), look::Bgr(l.ForeColor), Q(l.Caption));
+        }
+    }
+    if (f.imgHelpMonkey.Visible) {
+        const QPixmap& m = look::Control("monkey");
+        if (!m.isNull()) p.drawPixmap(R(f.imgHelpMonkey), m);
+    }
+}
+
+void FormView::PaintOverlays(QPainter& p) {
+    frmTessuma& f = Form();
+    const ControlRef focus = f.FocusedControl();
+    for (std::size_t i = 0; i < 10; ++i) {
+        const PictureBox& m = f.picMark[i];
+        if (!m.Visible) continue;
+        const QPixmap& pic = look::Control(Q(m.Glyph));
+        if (!pic.isNull()) {
+            p.drawPixmap(R(m), pic);
+        } else {
+            p.fillRect(R(m), Qt::white);
+            p.setPen(QColor(11, 94, 181));
+            p.drawRect(R(m).adjusted(0, 0, -1, -1));
+        }
+        if (focus.name == "picMark" && focus.index == static_cast<int>(i)) {
+            p.setPen(QPen(QColor(192, 0, 192), 1, Qt::DotLine));
+            p.setBrush(Qt::NoBrush);
+            p.drawRect(R(m).adjusted(-1, -1, 0, 0));
+        }
+    }
+    for (const PictureBox& r : f.picRing) {
+        if (!r.Visible) continue;
+        const QPixmap& pic = look::Control(Q(r.Glyph));
+        if (!pic.isNull()) p.drawPixmap(R(r), pic);
+        else p.fillRect(R(r), QColor(11, 94, 181));
+    }
+}
+
+// --------------------------------------------------------------------------
+// Input.
+
+FormView::Hit FormView::HitTest(const QPoint& pt) const {
+    const frmTessuma& f = Form();
+    for (std::size_t i = 0; i < 10; ++i)
+        if (f.picRing[i].Visible && R(f.picRing[i]).contains(pt)) return {Hit::Ring, static_cast<int>(i)};
+    for (std::size_t i = 0; i < 10; ++i)
+        if (f.picMark[i].Visible && R(f.picMark[i]).contains(pt)) return {Hit::Mark, static_cast<int>(i)};
+    if (f.picHelpNav.Visible && R(f.picHelpNav).contains(pt)) {
+        for (std::size_t i = 0; i < 10; ++i) {
+            const Label& l = f.lblHelpPages[i];
+            if (l.Visible && R(l).translated(f.picHelpNav.Left, f.picHelpNav.Top).contains(pt))
+                return {Hit::HelpLabel, static_cast<int>(i)};
+        }
+        return {Hit::HelpNav, -1};
+    }
+    if (f.imgHelpMonkey.Visible && R(f.imgHelpMonkey).contains(pt)) return {Hit::Monkey, -1};
+    if (f.picFrame[3].Visible && R(f.picFrame[3]).contains(pt)) return {Hit::Curtain, 3};
+    if (f.picFrame[2].Visible && R(f.picFrame[2]).contains(pt)) {
+        const QPoint o(f.picFrame[2].Left, f.picFrame[2].Top);
+        if (f.lblSupport.Visible && R(f.lblSupport).translated(o).contains(pt)) return {Hit::Support, -1};
+        if (f.lblWiki.Visible && R(f.lblWiki).translated(o).contains(pt)) return {Hit::Wiki, -1};
+        return {Hit::HelpFrame, 2};
+    }
+    if (f.picFrame[4].Visible && R(f.picFrame[4]).contains(pt)) return {Hit::HighsFrame, 4};
+    for (std::size_t i = 0; i < 81; ++i) {
+        const TextField& c = f.txtCell[i];
+        if (!R(c).contains(pt)) continue;
+        if (c.Visible) return {Hit::Cell, static_cast<int>(i)};
+        for (std::size_t k = 0; k < 3; ++k) {
+            const Label& l = f.lblViewPos[3 * i + k];
+            if (l.Visible && R(l).adjusted(-1, -1, 1, 1).contains(pt)) return {Hit::ViewPos, static_cast<int>(3 * i + k)};
+        }
+    }
+    for (const CheckBox* c : {&f.chkClickring, &f.chkSkin, &f.chkSounds})
+        if (c->Visible && R(*c).adjusted(-2, 0, 2, 0).contains(pt))
+            return {Hit::Check, c == &f.chkClickring ? 0 : c == &f.chkSkin ? 1 : 2};
+    if (f.picVolume.Visible && R(f.picVolume).contains(pt)) {
+        const QRect thumb(f.picVolume.Left + static_cast<int>(f.imgVolume.Left), f.picVolume.Top + f.imgVolume.Top,
+                          f.imgVolume.Width, f.imgVolume.Height);
+        return thumb.contains(pt) ? Hit{Hit::Thumb, -1} : Hit{Hit::Track, -1};
+    }
+    for (int i = 10; i >= 1; --i) {
+        const Label& l = f.lblOption[static_cast<std::size_t>(i)];
+        if (l.Visible && R(l).contains(pt)) return {Hit::Option, i};
+    }
+    if (f.lblTimer.Visible && R(f.lblTimer).contains(pt)) return {Hit::Timer, -1};
+    if ((f.lblScore.Visible && R(f.lblScore).contains(pt)) || (f.lblDifficulty.Visible && R(f.lblDifficulty).contains(pt)))
+        return {Hit::PanelLabel, -1};
+    return {Hit::Background, -1};
+}
+
+int FormView::ButtonCode(Qt::MouseButton b) {
+    switch (b) {
+        case Qt::LeftButton: return 1;
+        case Qt::RightButton: return 2;
+        case Qt::MiddleButton: return 4;
+        default: return 0;
+    }
+}
+
+int FormView::Buttons(Qt::MouseButtons b) {
+    return (b & Qt::LeftButton ? 1 : 0) | (b & Qt::RightButton ? 2 : 0) | (b & Qt::MiddleButton ? 4 : 0);
+}
+
+int FormView::ShiftCode(Qt::KeyboardModifiers m) {
+    return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) | (m & Qt::AltModifier ? 4 : 0);
+}
+
+void FormView::mousePressEvent(QMouseEvent* e) {
+    if (!program_.MainForm) return;
+    frmTessuma& f = Form();
+    const QPoint pt = e->position().toPoint();
+    const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
+    const int button = ButtonCode(e->button()), shift = ShiftCode(e->modifiers());
+    pressed_ = HitTest(pt);
+    pressedButton_ = e->button();
+    switch (pressed_.kind) {
+        case Hit::Ring:
+            f.picRing_MouseDown(pressed_.index, button, shift, (x - f.picRing[pressed_.index].Left) * 15,
+                                (y - f.picRing[pressed_.index].Top) * 15);
+            pressed_ = {};
+            break;
+        case Hit::Cell:
+            f.SetFocus({"txtCell", pressed_.index});
+            break;
+        case Hit::HelpFrame:
+            f.SetFocus({"picFrame", 2});
+            break;
+        case Hit::Background:
+            f.Form_MouseDown(button, shift, x, y);
+            break;
+        default:
+            break;
+    }
+    Sync();
+}
+
+void FormView::mouseMoveEvent(QMouseEvent* e) {
+    if (!program_.MainForm) return;
+    frmTessuma& f = Form();
+    const QPoint pt = e->position().toPoint();
+    const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
+    const int buttons = Buttons(e->buttons()), shift = ShiftCode(e->modifiers());
+    bool changed = false;
+    if (pressed_.kind == Hit::Background && (e->buttons() & pressedButton_)) {
+        f.Form_MouseMove(buttons, shift, x, y);
+        changed = true;
+    }
+    const Hit over = HitTest(pt);
+    if (over.kind == Hit::Thumb || (pressed_.kind == Hit::Thumb && (e->buttons() & Qt::LeftButton))) {
+        const float thumbLeft = static_cast<float>(f.picVolume.Left) + f.imgVolume.Left;
+        f.imgVolume_MouseMove(buttons, shift, (x - thumbLeft) * 15, (y - static_cast<float>(f.picVolume.Top)) * 15);
+        changed = true;
+    }
+    UpdateCursor(pt);
+    if (changed) Sync();
+}
+
+void FormView::mouseReleaseEvent(QMouseEvent* e) {
+    if (!program_.MainForm) return;
+    frmTessuma& f = Form();
+    const QPoint pt = e->position().toPoint();
+    const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
+    const int button = ButtonCode(e->button()), shift = ShiftCode(e->modifiers());
+    const Hit down = pressed_;
+    const Hit up = HitTest(pt);
+    pressed_ = {};
+    const bool same = down.kind == up.kind && down.index == up.index;
+    const bool left = e->button() == Qt::LeftButton;
+    switch (down.kind) {
+        case Hit::Background:
+            f.Form_MouseUp(button, shift, x, y);
+            if (same && left) f.Form_Click();
+            break;
+        case Hit::ViewPos:
+            // The release goes to the label that took the press.
+            f.lblViewPos_MouseUp(down.index, button, shift, 0, 0);
+            break;
+        case Hit::Mark:
+            if (same && left) f.picMark_Click(down.index);
+            break;
+        case Hit::HelpLabel:
+            if (same && left) f.lblHelpPages_Click(down.index);
+            break;
+        case Hit::Support:
+            if (same && left) f.lblSupport_Click();
+            break;
+        case Hit::Wiki:
+            if (same && left) f.lblWiki_Click();
+            break;
+        case Hit::Curtain:
+            if (same && left) f.picFrame_Click(3);
+            break;
+        case Hit::Option:
+            if (same && left) f.lblOption_Click(down.index);
+            break;
+        case Hit::Timer:
+            if (same && left) f.lblTimer_Click();
+            break;
+        case Hit::Check:
+            if (same && left) {
+                if (down.index == 0) f.SetClickringValue(1 - f.chkClickring.Value);
+                else if (down.index == 1) f.SetSkinValue(1 - f.chkSkin.Value);
+                else f.SetSoundsValue(1 - f.chkSounds.Value);
+            }
+            break;
+        default:
+            break;
+    }
+    Sync();
+}
+
+void FormView::mouseDoubleClickEvent(QMouseEvent* e) {
+    // A double click is a second press: the handlers see press and release.
+    mousePressEvent(e);
+}
+
+void FormView::UpdateCursor(const QPoint& pt) {
+    const frmTessuma& f = Form();
+    const Hit h = HitTest(pt);
+    bool hand = false;
+    switch (h.kind) {
+        case Hit::Ring:
+        case Hit::Mark:
+        case Hit::HelpLabel:
+        case Hit::Support:
+        case Hit::Wiki:
+        case Hit::Thumb:
+            hand = true;
+            break;
+        case Hit::Option:
+            hand = f.lblOption[static_cast<std::size_t>(h.index)].MousePointer == 99;
+            break;
+        default:
+            break;
+    }
+    if (hand) setCursor(look::Hand());
+    else if (h.kind == Hit::Cell && !f.txtCell[static_cast<std::size_t>(h.index)].Locked) setCursor(Qt::IBeamCursor);
+    else unsetCursor();
+}
+
+void FormView::GlideStep() {
+    // The window follows the pointer a fifteenth of the way each step, so it
+    // glides after it until it has caught up.
+    if (!program_.MainForm || !Form().DragActive) {
+        glide_.stop();
+        return;
+    }
+    if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) {
+        Form().Form_MouseUp(1, 0, 0, 0);
+        Sync();
+        return;
+    }
+    const QPointF local = mapFromGlobal(QCursor::pos().toPointF());
+    if (std::abs(local.x() - Form().DragStartX) < 0.5 && std::abs(local.y() - Form().DragStartY) < 0.5) return;
+    Form().Form_MouseMove(1, 0, static_cast<float>(local.x()), static_cast<float>(local.y()));
+    Sync();
+}
+
+bool FormView::focusNextPrevChild(bool) {
+    // Tab is the model's: the view keeps the keyboard.
+    return false;
+}
+
+void FormView::keyPressEvent(QKeyEvent* e) {
+    if (!program_.MainForm) return;
+    frmTessuma& f = Form();
+    const int shift = ShiftCode(e->modifiers());
+    if ((e->modifiers() & Qt::AltModifier) && !(e->modifiers() & Qt::ControlModifier)) {
+        char key = 0;
+        const int k = e->key();
+        if (k >= Qt::Key_A && k <= Qt::Key_Z) key = static_cast<char>('A' + (k - Qt::Key_A));
+        else if (k == Qt::Key_Minus || k == Qt::Key_Underscore) key = '-';
+        else if (k == Qt::Key_Equal || k == Qt::Key_Plus) key = '=';
+        else if (k == Qt::Key_Comma || k == Qt::Key_Less) key = ',';
+        else if (k == Qt::Key_Period || k == Qt::Key_Greater) key = '.';
+        if (key && f.PressAltKey(key)) {
+            Sync();
+            return;
+        }
+    }
+    const ControlRef focus = f.FocusedControl();
+    if (focus.name != "txtCell") {
+        QWidget::keyPressEvent(e);
+        return;
+    }
+    const int index = focus.index;
+    const int vk = VirtualKey(e);
+    if (vk) f.txtCell_KeyDown(index, vk, shift);
+    if (e->key() == Qt::Key_Tab) {
+        f.TabForward();
+        Sync();
+        return;
+    }
+    // What the text box itself does with the key, if it still has the focus.
+    const ControlRef after = f.FocusedControl();
+    TextField& c = f.txtCell[static_cast<std::size_t>(index)];
+    if (after == focus && !c.Locked && !(e->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+        if (e->key() == Qt::Key_Backspace) {
+            if (c.SelStart > 0 && c.SelStart <= static_cast<int>(c.Text.size())) {
+                c.Text.erase(static_cast<std::size_t>(c.SelStart - 1), 1);
+                --c.SelStart;
+                f.txtCell_Change(index);
+            }
+        } else if (e->key() == Qt::Key_Delete) {
+            if (c.SelStart >= 0 && c.SelStart < static_cast<int>(c.Text.size())) {
+                c.Text.erase(static_cast<std::size_t>(c.SelStart), 1);
+                f.txtCell_Change(index);
+            }
+        } else if (e->key() == Qt::Key_Home) {
+            c.SelStart = 0;
+        } else if (e->key() == Qt::Key_End) {
+            c.SelStart = static_cast<int>(c.Text.size());
+        } else {
+            const QString t = e->text();
+            if (t.size() == 1 && t[0].isPrint() && t[0].unicode() < 128 &&
+                static_cast<int>(c.Text.size()) < c.MaxLength) {
+                c.Text.insert(static_cast<std::size_t>(std::clamp(c.SelStart, 0, static_cast<int>(c.Text.size()))),
+                              1, static_cast<char>(t[0].unicode()));
+                c.SelStart += 1;
+                f.txtCell_Change(index);
+            }
+        }
+    }
+    Sync();
+}
+
+void FormView::keyReleaseEvent(QKeyEvent* e) {
+    if (!program_.MainForm || e->isAutoRepeat()) return;
+    frmTessuma& f = Form();
+    const ControlRef focus = f.FocusedControl();
+    const int vk = VirtualKey(e);
+    const int shift = ShiftCode(e->modifiers());
+    if (focus.name == "picMark") f.picMark_KeyUp(focus.index, vk, shift);
+    else if (focus.name == "picFrame") f.picFrame_KeyUp(focus.index, vk, shift);
+    else return;
+    Sync();
+}

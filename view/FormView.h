@@ -1,0 +1,73 @@
+#pragma once
+// The Qt face of frmTessuma: one 640 by 480 widget that draws the model's
+// fields and forwards the player's input to the model's handlers. No game
+// rule lives here: after every event the view refreshes from the model.
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+
+class HoverCommand;
+class Program;
+class frmTessuma;
+struct CommandButton;
+
+class FormView : public QWidget {
+    Q_OBJECT
+public:
+    FormView(Program& program, QWidget* parent = nullptr);
+    ~FormView() override;
+
+    frmTessuma& Form() const;
+
+    // After the model changed: delivers the keys it queued, mirrors timers,
+    // buttons and pointer, and repaints.
+    void Sync();
+
+    // What lies under a point of the form, topmost first.
+    struct Hit {
+        enum Kind {
+            None, Ring, Mark, HelpLabel, Support, Wiki, HelpFrame, Curtain, HighsFrame, HelpNav, Monkey,
+            Cell, ViewPos, Option, Check, Thumb, Track, Timer, PanelLabel, Background
+        } kind = None;
+        int index = -1;
+    };
+    Hit HitTest(const QPoint& pt) const;
+
+signals:
+    // The window's place or mode may have changed, or the program ended.
+    void ModelChanged();
+
+protected:
+    void paintEvent(QPaintEvent*) override;
+    void mousePressEvent(QMouseEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void mouseReleaseEvent(QMouseEvent* e) override;
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+    void keyReleaseEvent(QKeyEvent* e) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    HoverCommand* MakeButton(const QString& face, std::uint32_t backColor);
+    void SyncButton(HoverCommand* b, const CommandButton& model, const QPoint& offset = {});
+    void PaintPanel(class QPainter& p);
+    void PaintBoard(class QPainter& p);
+    void PaintFrames(class QPainter& p);
+    void PaintOverlays(class QPainter& p);
+    void UpdateCursor(const QPoint& pt);
+    void GlideStep();
+    static int ButtonCode(Qt::MouseButton b);
+    static int Buttons(Qt::MouseButtons b);
+    static int ShiftCode(Qt::KeyboardModifiers m);
+
+    Program& program_;
+    std::array<HoverCommand*, 9> side_{};
+    HoverCommand *min_ = nullptr, *max_ = nullptr, *restore_ = nullptr, *close_ = nullptr;
+    HoverCommand *showOpt_ = nullptr, *hideOpt_ = nullptr, *ok_ = nullptr;
+    QTimer clock_, song_, caret_, glide_;
+    bool caretOn_ = true;
+    Hit pressed_;
+    Qt::MouseButton pressedButton_ = Qt::NoButton;
+};

@@ -1,0 +1,37 @@
+#pragma once
+// The fonts and pictures of the game's look, loaded once from the program's
+// resources. Faces stand in for the ones the game was drawn with.
+
+#include <QColor>
+#include <QFont>
+#include <QPixmap>
+#include <QString>
+
+#include <cstdint>
+
+namespace look {
+
+// Loads the embedded fonts; safe to call more than once.
+void LoadFonts();
+
+// The game's faces at a size in points, as it names them.
+QFont Japan(double points, bool bold = true, bool underline = false);
+QFont AmerType(double points, bool bold = true);
+QFont Verdana(double points, bool bold = false, bool underline = false);
+QFont CourierBold(double points);
+QFont Arial(double points, bool bold = false);
+
+// A colour as the program writes it, &HBBGGRR.
+QColor Bgr(std::int32_t bgr);
+
+// A picture of the resources by its name (":/bitmap/101.png"); an empty
+// pixmap when it is missing. Cached.
+const QPixmap& Pixmap(const QString& path);
+const QPixmap& Bitmap(int resource);   // BITMAP 101, 175, 201...
+const QPixmap& Control(const QString& name);  // ":/controls/<name>.png"
+const QPixmap& Button(const QString& name);   // ":/buttons/<name>.png"
+
+// The hand pointer (custom pointer 99).
+QCursor Hand();
+
+}  // namespace look

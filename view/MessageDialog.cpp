@@ -1,0 +1,166 @@
+#include "view/MessageDialog.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "forms/frmMessage.h"
+#include "view/Look.h"
+
+int VirtualKey(const QKeyEvent* e) {
+    const int k = e->key();
+    const bool keypad = e->modifiers() & Qt::KeypadModifier;
+    if (k >= Qt::Key_0 && k <= Qt::Key_9) return (keypad ? 96 : 48) + (k - Qt::Key_0);
+    if (k >= Qt::Key_A && k <= Qt::Key_Z) return 65 + (k - Qt::Key_A);
+    switch (k) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter: return 13;
+        case Qt::Key_Escape: return 27;
+        case Qt::Key_Space: return 32;
+        case Qt::Key_Left: return 37;
+        case Qt::Key_Up: return 38;
+        case Qt::Key_Right: return 39;
+        case Qt::Key_Down: return 40;
+        case Qt::Key_Backspace: return 8;
+        case Qt::Key_Tab: return 9;
+        case Qt::Key_Delete: return 46;
+        case Qt::Key_Insert: return keypad ? 96 : 45;
+        case Qt::Key_End: return keypad ? 97 : 35;
+        case Qt::Key_PageDown: return keypad ? 99 : 34;
+        case Qt::Key_PageUp: return keypad ? 105 : 33;
+        case Qt::Key_Home: return keypad ? 103 : 36;
+        case Qt::Key_Clear: return keypad ? 101 : 12;
+        case Qt::Key_F9: return 120;
+        default: break;
+    }
+    if (k >= Qt::Key_F1 && k <= Qt::Key_F12) return 112 + (k - Qt::Key_F1);
+    return 0;
+}
+
+MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
+    : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+      model_(model) {
+    setWindowTitle(QString());
+    setFixedSize(392, 160);
+    setModal(true);
+    setMouseTracking(true);
+    if (model_.txtName.Visible) {
+        name_ = new QLineEdit(this);
+        name_->setGeometry(Px(model_.txtName.Left, model_.txtName.Top, model_.txtName.Width, model_.txtName.Height));
+        name_->setMaxLength(model_.txtName.MaxLength);
+        name_->setFont(look::Verdana(11.25, true));
+        name_->setFrame(true);
+        name_->setStyleSheet("QLineEdit { background: #FEFED6; border: 1px solid #B55E0B; border-radius: 3px; padding: 0 4px; }");
+        name_->setText(QString::fromStdString(model_.txtName.Text));
+        name_->installEventFilter(this);
+        connect(name_, &QLineEdit::textEdited, this, [this](const QString& t) {
+            model_.txtName.Text = t.toStdString();
+            model_.txtName.SelStart = name_->cursorPosition();
+        });
+        // The caret goes to the end, as the queued Ctrl+End asks.
+        model_.DeliverQueuedKeys();
+        name_->setCursorPosition(model_.txtName.SelStart);
+        name_->setFocus();
+    }
+    if (owner) {
+        const QPoint c = owner->mapToGlobal(owner->rect().center());
+        move(c.x() - width() / 2, c.y() - height() / 2);
+    }
+}
+
+QRect MessageDialog::Px(int leftTw, int topTw, int widthTw, int heightTw) const {
+    return QRect(leftTw / 15, topTw / 15, widthTw / 15, heightTw / 15);
+}
+
+void MessageDialog::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setRenderHint(QPainter::TextAntialiasing);
+    const QPixmap& bg = look::Control("message_bg");
+    if (!bg.isNull()) p.drawPixmap(rect(), bg);
+    else p.fillRect(rect(), QColor(254, 254, 236));
+    const Label& m = model_.lblMessage;
+    p.setFont(look::Verdana(11.25, true));
+    p.setPen(QColor(40, 40, 40));
+    p.drawText(Px(m.Left, m.Top, m.Width, m.Height), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+               QString::fromStdString(m.Caption).replace("\r\n", "\n"));
+    for (const Label* l : {&model_.lblYes, &model_.lblNo, &model_.lblOkay}) {
+        if (!l->Visible) continue;
+        p.setFont(look::Japan(20.25, true, true));
+        p.setPen(look::Bgr(l->ForeColor));
+        p.drawText(Px(l->Left, l->Top, l->Width, l->Height).adjusted(-20, -4, 20, 4), Qt::AlignCenter,
+                   QString::fromStdString(l->Caption));
+    }
+}
+
+void MessageDialog::AfterModel() {
+    if (model_.Unloaded) accept();
+    else update();
+}
+
+bool MessageDialog::eventFilter(QObject* watched, QEvent* event) {
+    // The box sees keys before its controls: releases in the name field go
+    // to the model as well.
+    if (watched == name_ && event->type() == QEvent::KeyRelease) {
+        auto* e = static_cast<QKeyEvent*>(event);
+        if (!e->isAutoRepeat()) {
+            model_.txtName.Text = name_->text().toStdString();
+            model_.Form_KeyUp(VirtualKey(e), 0);
+            AfterModel();
+        }
+        return false;
+    }
+    if (watched == name_ && event->type() == QEvent::KeyPress) {
+        auto* e = static_cast<QKeyEvent*>(event);
+        if (e->key() == Qt::Key_Escape || e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter) return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void MessageDialog::keyReleaseEvent(QKeyEvent* e) {
+    if (e->isAutoRepeat()) return;
+    model_.Form_KeyUp(VirtualKey(e), 0);
+    AfterModel();
+}
+
+void MessageDialog::mouseMoveEvent(QMouseEvent* e) {
+    bool over = false;
+    for (const Label* l : {&model_.lblYes, &model_.lblNo, &model_.lblOkay})
+        if (l->Visible && Px(l->Left, l->Top, l->Width, l->Height).adjusted(-20, -4, 20, 4).contains(e->position().toPoint()))
+            over = true;
+    setCursor(over ? look::Hand() : QCursor(Qt::ArrowCursor));
+}
+
+void MessageDialog::mouseReleaseEvent(QMouseEvent* e) {
+    if (e->button() != Qt::LeftButton) return;
+    const QPoint pt = e->position().toPoint();
+    auto hit = [&](const Label& l) {
+        return l.Visible && Px(l.Left, l.Top, l.Width, l.Height).adjusted(-20, -4, 20, 4).contains(pt);
+    };
+    if (name_) model_.txtName.Text = name_->text().toStdString();
+    if (hit(model_.lblYes)) model_.lblYes_Click();
+    else if (hit(model_.lblNo)) model_.lblNo_Click();
+    else if (hit(model_.lblOkay)) model_.lblOkay_Click();
+    AfterModel();
+}
+
+void MessageDialog::closeEvent(QCloseEvent* e) {
+    if (!model_.Unloaded) {
+        if (name_) model_.txtName.Text = name_->text().toStdString();
+        model_.CloseBySystem();
+    }
+    e->accept();
+    QDialog::closeEvent(e);
+}
+
+void MessageDialog::reject() {
+    // Esc answers nothing; only the close button ends the box.
+}
+
+void QtMessageHost::RunModal(frmMessage& form) {
+    MessageDialog dialog(form, owner_ ? owner_->window() : nullptr);
+    dialog.exec();
+    if (!form.Unloaded) form.CloseBySystem();
+}

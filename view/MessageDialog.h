@@ -1,0 +1,47 @@
+#pragma once
+// The Qt face of frmMessage: a small pale box, modal over the main window.
+// Key releases and clicks go to the model; the box closes when the model
+// says it is unloaded.
+
+#include <QDialog>
+
+#include "platform/Ports.h"
+
+class QLineEdit;
+class frmMessage;
+
+class MessageDialog : public QDialog {
+    Q_OBJECT
+public:
+    MessageDialog(frmMessage& model, QWidget* owner);
+
+protected:
+    void paintEvent(QPaintEvent*) override;
+    void keyReleaseEvent(QKeyEvent* e) override;
+    void mouseReleaseEvent(QMouseEvent* e) override;
+    void mouseMoveEvent(QMouseEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void reject() override;  // Esc closes nothing
+
+private:
+    void AfterModel();
+    QRect Px(int leftTw, int topTw, int widthTw, int heightTw) const;
+    frmMessage& model_;
+    QLineEdit* name_ = nullptr;
+};
+
+class QtMessageHost : public IMessageHost {
+public:
+    explicit QtMessageHost(QWidget* owner = nullptr) : owner_(owner) {}
+    void SetOwner(QWidget* owner) { owner_ = owner; }
+    void RunModal(frmMessage& form) override;
+
+private:
+    QWidget* owner_;
+};
+
+// The Windows virtual key code of a Qt key event, as the game's handlers
+// expect them (Enter 13, Space 32, arrows 37..40, digits 48..57, letters
+// 65..90, keypad digits 96..105, F9 120); 0 when it has none.
+int VirtualKey(const QKeyEvent* e);

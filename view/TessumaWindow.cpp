@@ -1,0 +1,135 @@
+#include "view/TessumaWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QScreen>
+
+#include "forms/frmTessuma.h"
+#include "forms/modMain.h"
+#include "view/FormView.h"
+
+TessumaWindow::TessumaWindow(Program& program) : program_(program) {
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    setWindowTitle("Tessuma Sudoku");
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+    setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
+    setBackgroundBrush(QColor(24, 38, 60));
+    setAlignment(Qt::AlignCenter);
+    auto* scene = new QGraphicsScene(this);
+    scene->setSceneRect(0, 0, 640, 480);
+    setScene(scene);
+    setFixedSize(640, 480);
+}
+
+TessumaWindow::~TessumaWindow() {
+    if (overrideCursor_) QApplication::restoreOverrideCursor();
+}
+
+void TessumaWindow::EnsureView() {
+    if (view_ || !program_.MainForm) return;
+    view_ = new FormView(program_);
+    proxy_ = scene()->addWidget(view_);
+    proxy_->setPos(0, 0);
+    connect(view_, &FormView::ModelChanged, this, &TessumaWindow::FollowModel);
+    view_->setFocus();
+}
+
+void TessumaWindow::FollowModel() {
+    if (!program_.Running) {
+        Unload();
+        return;
+    }
+    frmTessuma& f = *program_.MainForm;
+    if (!fullScreen_ && !isMinimized()) {
+        const QPoint want(f.Left / 15, f.Top / 15);
+        if (pos() != want) move(want);
+    }
+}
+
+void TessumaWindow::Show() {
+    EnsureView();
+    if (program_.MainForm) {
+        const frmTessuma& f = *program_.MainForm;
+        move(f.Left / 15, f.Top / 15);
+    }
+    if (fullScreen_) showFullScreen();
+    else show();
+    if (view_) {
+        view_->Sync();
+        activateWindow();
+        view_->setFocus();
+    }
+}
+
+void TessumaWindow::Repaint() {
+    if (view_) view_->repaint();
+}
+
+void TessumaWindow::Minimize() { showMinimized(); }
+
+void TessumaWindow::MousePointerChanged(int pointer) {
+    if (pointer == 11 && !overrideCursor_) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        overrideCursor_ = true;
+    } else if (pointer != 11 && overrideCursor_) {
+        QApplication::restoreOverrideCursor();
+        overrideCursor_ = false;
+    }
+}
+
+void TessumaWindow::Unload() {
+    if (unloading_) return;
+    unloading_ = true;
+    hide();
+    QApplication::quit();
+}
+
+void TessumaWindow::SetFullScreenMode(bool full) {
+    if (full == fullScreen_) return;
+    fullScreen_ = full;
+    if (full) {
+        setMinimumSize(0, 0);
+        setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        if (isVisible()) showFullScreen();
+    } else {
+        if (isVisible()) showNormal();
+        setFixedSize(640, 480);
+        FollowModel();
+    }
+    fitInView(scene()->sceneRect(), Qt::KeepAspectRatio);
+}
+
+void TessumaWindow::resizeEvent(QResizeEvent* e) {
+    QGraphicsView::resizeEvent(e);
+    if (fullScreen_) {
+        // Evenly scaled, the aspect kept.
+        fitInView(scene()->sceneRect(), Qt::KeepAspectRatio);
+    } else {
+        resetTransform();
+        centerOn(320, 240);
+    }
+}
+
+void TessumaWindow::changeEvent(QEvent* e) {
+    QGraphicsView::changeEvent(e);
+    // Coming back from the task bar, the window takes its place again.
+    if (e->type() == QEvent::WindowStateChange && !isMinimized() && program_.MainForm)
+        program_.MainForm->WindowState = 0;
+}
+
+void TessumaWindow::closeEvent(QCloseEvent* e) {
+    // The desktop's close (Alt+F4, the task bar) takes the game's own close
+    // path, with its question about an unsaved game.
+    if (unloading_ || !program_.Running || !program_.MainForm) {
+        e->accept();
+        return;
+    }
+    e->ignore();
+    program_.MainForm->cmdClose_Click();
+    if (view_) view_->Sync();
+}

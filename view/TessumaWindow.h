@@ -1,0 +1,45 @@
+#pragma once
+// The game's one top-level window: borderless, 640 by 480, painted by the
+// form view. When the game switches to its full-screen display mode, the
+// same 640 by 480 scene is shown full screen, scaled up evenly.
+
+#include <QGraphicsView>
+
+#include "platform/Ports.h"
+
+class FormView;
+class Program;
+class QGraphicsProxyWidget;
+
+class TessumaWindow : public QGraphicsView, public IWindow {
+    Q_OBJECT
+public:
+    explicit TessumaWindow(Program& program);
+    ~TessumaWindow() override;
+
+    // IWindow
+    void Show() override;
+    void Repaint() override;
+    void Minimize() override;
+    void MousePointerChanged(int pointer) override;
+    void Unload() override;
+
+    // The display mode changed: full screen for 640 by 480, else normal.
+    void SetFullScreenMode(bool full);
+    FormView* View() const { return view_; }
+
+protected:
+    void resizeEvent(QResizeEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+    void changeEvent(QEvent* e) override;
+
+private:
+    void EnsureView();
+    void FollowModel();
+    Program& program_;
+    FormView* view_ = nullptr;
+    QGraphicsProxyWidget* proxy_ = nullptr;
+    bool fullScreen_ = false;
+    bool unloading_ = false;
+    bool overrideCursor_ = false;
+};
