@@ -1,0 +1,1 @@
+"""Generators of the Tessuma Sudoku art."""
