@@ -1,0 +1,486 @@
+// The sound effects and the music device over Qt Multimedia. Runs without a
+// sound card: the effects must then stay silent and harmless, and the music
+// still loads (GStreamer plays into a dummy sink when there is no device).
+
+#include <QAudioDevice>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMediaDevices>
+#include <QTemporaryDir>
+#include <QtEndian>
+#include <QtTest>
+
+#include <cmath>
+#include <memory>
+
+#include "audio/QtMusicDevice.h"
+#include "audio/QtSoundEffects.h"
+
+namespace {
+
+const std::string kAlias = "MusicFile";
+
+QByteArray Le16(int v)
+{
+    QByteArray b(2, 0);
+    qToLittleEndian<quint16>(quint16(v), b.data());
+    return b;
+}
+
+QByteArray Le32(quint32 v)
+{
+    QByteArray b(4, 0);
+    qToLittleEndian<quint32>(v, b.data());
+    return b;
+}
+
+QByteArray Chunk(const char* id, const QByteArray& body)
+{
+    QByteArray c = QByteArray(id, 4) + Le32(quint32(body.size())) + body;
+    if (body.size() & 1)
+        c.append('\0');
+    return c;
+}
+
+QByteArray FormatBody(int tag, int channels, int rate, int bits, int blockAlign = -1)
+{
+    if (blockAlign < 0)
+        blockAlign = channels * bits / 8;
+    return Le16(tag) + Le16(channels) + Le32(quint32(rate)) + Le32(quint32(rate * blockAlign)) +
+           Le16(blockAlign) + Le16(bits);
+}
+
+QByteArray Riff(const QByteArray& chunks)
+{
+    return "RIFF" + Le32(quint32(chunks.size() + 4)) + "WAVE" + chunks;
+}
+
+// A short wave of 16-bit samples 0, 1, 2, ...
+QByteArray Samples(int count)
+{
+    QByteArray out;
+    for (int i = 0; i < count; ++i)
+        out += Le16(i);
+    return out;
+}
+
+qint16 SampleAt(const QByteArray& data, qint64 index)
+{
+    return qFromLittleEndian<qint16>(data.constData() + 2 * index);
+}
+
+QString SongPath(int n)
+{
+    return QFINDTESTDATA(QStringLiteral("../../resources/Music/tess%1.mp3").arg(n));
+}
+
+bool HaveSoundDevice()
+{
+    return !QMediaDevices::defaultAudioOutput().isNull();
+}
+
+}  // namespace
+
+class tst_Audio : public QObject {
+    Q_OBJECT
+
+private slots:
+    void effectResources_data();
+    void effectResources();
+    void effectLevelsMatch();
+    void parseWaveRefusesDamagedFiles();
+    void monoEffectsBecomeStereo();
+    void effectsNeverBlock();
+    void newEffectCutsOffTheOld();
+
+    void missingSongIsAnErrorAndSilence();
+    void songsLoadWithTheirLength_data();
+    void songsLoadWithTheirLength();
+    void playStopAndClose();
+    void positionReachesLengthAtTheEnd();
+    void partialPlayHaltsAtItsMark();
+    void volumeRangeAndSides();
+    void oneDeviceAtATime();
+    void damagedSongFailsQuietly();
+};
+
+// --------------------------------------------------------------------------
+// Sound effects
+
+void tst_Audio::effectResources_data()
+{
+    QTest::addColumn<int>("effect");
+    QTest::addColumn<double>("seconds");
+    QTest::addColumn<int>("channels");
+    QTest::newRow("SoundPuzzleStart") << 101 << 2.6 << 1;
+    QTest::newRow("SoundMessage") << 102 << 0.76 << 1;
+    QTest::newRow("SoundDigitOk") << 103 << 0.24 << 1;
+    QTest::newRow("SoundHintFill") << 104 << 0.20 << 1;
+    QTest::newRow("SoundSolved") << 105 << 1.1 << 2;
+    QTest::newRow("SoundNavClick") << 106 << 0.05 << 1;
+    QTest::newRow("SoundPopupOpen") << 107 << 0.34 << 1;
+}
+
+void tst_Audio::effectResources()
+{
+    QFETCH(int, effect);
+    QFETCH(double, seconds);
+    QFETCH(int, channels);
+
+    const auto wave = QtSoundEffects::LoadResource(effect);
+    QVERIFY2(wave, "missing or not a PCM wave");
+    QFile file(QtSoundEffects::ResourcePath(effect));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray raw = file.readAll();
+    QCOMPARE(qFromLittleEndian<quint32>(raw.constData() + 4), quint32(raw.size() - 8));
+
+    QCOMPARE(wave->formatTag, 1);
+    QCOMPARE(wave->bitsPerSample, 16);
+    QCOMPARE(wave->sampleRate, 44100);
+    QCOMPARE(wave->channels, channels);
+    QVERIFY2(std::abs(wave->Seconds() - seconds) <= 0.1 * seconds + 0.005,
+             qPrintable(QString::number(wave->Seconds())));
+
+    // Faded at both ends, never clipped, never near silent.
+    const qint64 n = wave->data.size() / 2;
+    int peak = 0;
+    for (qint64 i = 0; i < n; ++i)
+        peak = std::max(peak, std::abs(int(SampleAt(wave->data, i))));
+    QVERIFY2(peak < 32000, qPrintable(QString::number(peak)));
+    QVERIFY2(peak > 3000, qPrintable(QString::number(peak)));
+    for (int ch = 0; ch < channels; ++ch) {
+        QVERIFY(std::abs(SampleAt(wave->data, ch)) < 64);
+        QVERIFY(std::abs(SampleAt(wave->data, n - channels + ch)) < 64);
+    }
+}
+
+void tst_Audio::effectLevelsMatch()
+{
+    // The loudest 50 ms of each effect: no effect may jump out over the others.
+    double quietest = 0.0, loudest = -200.0;
+    for (int effect = QtSoundEffects::FirstEffect; effect <= QtSoundEffects::LastEffect; ++effect) {
+        const auto wave = QtSoundEffects::LoadResource(effect);
+        QVERIFY(wave);
+        const qint64 frames = wave->Frames();
+        const qint64 window = std::min<qint64>(frames, 2205);
+        std::vector<double> power(size_t(frames + 1), 0.0);
+        for (qint64 f = 0; f < frames; ++f) {
+            double p = 0.0;
+            for (int ch = 0; ch < wave->channels; ++ch) {
+                const double s = SampleAt(wave->data, f * wave->channels + ch) / 32768.0;
+                p += s * s / wave->channels;
+            }
+            power[size_t(f + 1)] = power[size_t(f)] + p;
+        }
+        double best = 0.0;
+        for (qint64 f = window; f <= frames; ++f)
+            best = std::max(best, (power[size_t(f)] - power[size_t(f - window)]) / double(window));
+        const double db = 10.0 * std::log10(best);
+        quietest = std::min(quietest, db);
+        loudest = std::max(loudest, db);
+    }
+    QVERIFY2(loudest - quietest < 8.0, qPrintable(QStringLiteral("%1 .. %2 dB").arg(quietest).arg(loudest)));
+    QVERIFY2(loudest < -8.0 && quietest > -26.0, qPrintable(QStringLiteral("%1 .. %2 dB").arg(quietest).arg(loudest)));
+}
+
+void tst_Audio::parseWaveRefusesDamagedFiles()
+{
+    const QByteArray fmt = Chunk("fmt ", FormatBody(1, 1, 44100, 16));
+    const QByteArray data = Chunk("data", Samples(100));
+
+    auto good = QtSoundEffects::ParseWave(Riff(fmt + data));
+    QVERIFY(good);
+    QCOMPARE(good->Frames(), qint64(100));
+    QCOMPARE(SampleAt(good->data, 99), qint16(99));
+
+    // Other chunks, odd sizes padded, data before the format: all fine.
+    auto padded = QtSoundEffects::ParseWave(Riff(Chunk("LIST", "abc") + data + fmt));
+    QVERIFY(padded);
+    QCOMPARE(padded->Frames(), qint64(100));
+
+    // The extensible header naming plain PCM in its sub-format.
+    QByteArray ext = FormatBody(0xFFFE, 2, 44100, 16) + Le16(22) + Le16(16) + Le32(3) + Le16(1) +
+                     QByteArray(14, '\x01');
+    auto extensible = QtSoundEffects::ParseWave(Riff(Chunk("fmt ", ext) + data));
+    QVERIFY(extensible);
+    QCOMPARE(extensible->formatTag, 1);
+    QCOMPARE(extensible->Frames(), qint64(50));
+
+    // A half frame at the end is dropped.
+    auto ragged = QtSoundEffects::ParseWave(Riff(Chunk("fmt ", FormatBody(1, 2, 44100, 16)) + Chunk("data", Samples(7))));
+    QVERIFY(ragged);
+    QCOMPARE(ragged->Frames(), qint64(3));
+    QCOMPARE(ragged->data.size(), 12);
+
+    QVERIFY(!QtSoundEffects::ParseWave({}));
+    QVERIFY(!QtSoundEffects::ParseWave("RIFF"));
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(fmt + data).replace(8, 4, "AVI ")));
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(fmt)));                                  // no data
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(data)));                                 // no format
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(fmt + Chunk("data", {}))));              // no samples
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(fmt + data).chopped(10)));               // data cut short
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(Chunk("fmt ", FormatBody(1, 1, 44100, 16).left(12)) + data)));
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(Chunk("fmt ", FormatBody(85, 1, 11025, 16)) + data)));  // MP3 inside
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(Chunk("fmt ", FormatBody(1, 1, 44100, 16, 4)) + data)));
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(Chunk("fmt ", FormatBody(1, 0, 44100, 16)) + data)));
+    QVERIFY(!QtSoundEffects::ParseWave(Riff(Chunk("fmt ", FormatBody(1, 1, 44100, 12)) + data)));
+
+    // A chunk claiming four gigabytes.
+    QByteArray huge = Riff(fmt + data);
+    qToLittleEndian<quint32>(0xFFFFFFF0u, huge.data() + 12 + fmt.size() + 4);
+    QVERIFY(!QtSoundEffects::ParseWave(huge));
+}
+
+void tst_Audio::monoEffectsBecomeStereo()
+{
+    WavePcm mono;
+    mono.formatTag = 1;
+    mono.channels = 1;
+    mono.sampleRate = 44100;
+    mono.bitsPerSample = 16;
+    mono.data = Samples(3);
+    const QByteArray stereo = QtSoundEffects::ToSinkFormat(mono);
+    QCOMPARE(stereo.size(), 12);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(SampleAt(stereo, 2 * i), qint16(i));
+        QCOMPARE(SampleAt(stereo, 2 * i + 1), qint16(i));
+    }
+
+    WavePcm two = mono;
+    two.channels = 2;
+    two.data = Samples(4);
+    QCOMPARE(QtSoundEffects::ToSinkFormat(two), two.data);
+
+    WavePcm other = mono;
+    other.sampleRate = 22050;
+    QVERIFY(QtSoundEffects::ToSinkFormat(other).isEmpty());
+    other = mono;
+    other.bitsPerSample = 8;
+    QVERIFY(QtSoundEffects::ToSinkFormat(other).isEmpty());
+}
+
+void tst_Audio::effectsNeverBlock()
+{
+    auto fx = std::make_unique<QtSoundEffects>();
+    QCOMPARE(fx->LoadedCount(), 7);
+
+    // Every effect back to back, with numbers that are no effect among them.
+    // A player that waited for a sound would need seconds here.
+    QElapsedTimer clock;
+    clock.start();
+    for (int effect : {101, 102, 103, 104, 105, 106, 107, 0, -1, 100, 108, 101})
+        fx->Play(effect);
+    QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
+
+    if (HaveSoundDevice()) {
+        QTRY_VERIFY_WITH_TIMEOUT(fx->Started() > 0, 5000);
+    } else {
+        QTest::qWait(200);
+        QCOMPARE(fx->Started(), 0);
+        QCOMPARE(fx->Playing(), 0);
+    }
+    // Gone in the middle of a sound: no hang, no crash.
+    fx.reset();
+}
+
+void tst_Audio::newEffectCutsOffTheOld()
+{
+    if (!HaveSoundDevice())
+        QSKIP("no sound device here");
+    QtSoundEffects fx;
+    fx.Play(101);  // 2.6 seconds
+    QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 101, 3000);
+    fx.Play(106);  // a 50 ms click takes its place
+    QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 106, 3000);
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 0, 5000);
+    QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
+
+    // A sink left idle is closed after a while; the next effect opens it again.
+    QTest::qWait(2500);
+    const int before = fx.Started();
+    fx.Play(103);
+    QTRY_VERIFY_WITH_TIMEOUT(fx.Started() > before, 3000);
+}
+
+// --------------------------------------------------------------------------
+// Music device
+
+void tst_Audio::missingSongIsAnErrorAndSilence()
+{
+    QtMusicDevice music;
+    const int open = music.Open(kAlias, "/nonexistent/Music/tess1.mp3");
+    QCOMPARE(open, int(QtMusicDevice::FileNotFound));
+    QVERIFY(!music.IsOpen());
+    QVERIFY(!music.ErrorText(open).empty());
+    QVERIFY(music.ErrorText(open) != music.ErrorText(QtMusicDevice::DeviceNotOpen));
+
+    QCOMPARE(music.Length(kAlias), -1L);
+    QCOMPARE(music.Position(kAlias), -1L);
+    QCOMPARE(music.Play(kAlias, 0, -1), int(QtMusicDevice::DeviceNotOpen));
+    QCOMPARE(music.Stop(kAlias), int(QtMusicDevice::DeviceNotOpen));
+    QCOMPARE(music.Close(kAlias), int(QtMusicDevice::DeviceNotOpen));
+    QCOMPARE(music.SetVolume(kAlias, "all", 500), int(QtMusicDevice::DeviceNotOpen));
+    QCOMPARE(music.Open(kAlias, ""), int(QtMusicDevice::FileNotFound));
+    QCOMPARE(music.Open(kAlias, QDir::tempPath().toStdString()), int(QtMusicDevice::FileNotFound));
+    QCOMPARE(music.Open("", SongPath(0).toStdString()), int(QtMusicDevice::MissingAlias));
+    QVERIFY(!music.IsOpen());
+}
+
+void tst_Audio::songsLoadWithTheirLength_data()
+{
+    QTest::addColumn<int>("song");
+    QTest::newRow("tess0") << 0;
+    QTest::newRow("tess1") << 1;
+    QTest::newRow("tess2") << 2;
+}
+
+void tst_Audio::songsLoadWithTheirLength()
+{
+    QFETCH(int, song);
+    const QString path = SongPath(song);
+    QVERIFY2(!path.isEmpty(), "song file not found");
+    QVERIFY2(QFileInfo(path).size() < 2500 * 1024, "song file too big");
+
+    QtMusicDevice music;
+    QCOMPARE(music.Open(kAlias, path.toStdString()), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Length(kAlias) > 0, 10000);
+    const long length = music.Length(kAlias);
+    QVERIFY2(length >= 90000 && length <= 150000, qPrintable(QString::number(length)));
+    QCOMPARE(music.Position(kAlias), 0L);
+}
+
+void tst_Audio::playStopAndClose()
+{
+    QtMusicDevice music;
+    QCOMPARE(music.Open(kAlias, SongPath(0).toStdString()), 0);
+    // Playing before the song is known is fine; it starts once it is.
+    QCOMPARE(music.Play(kAlias, 0, -1), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Position(kAlias) > 200, 10000);
+    QVERIFY(music.Position(kAlias) <= music.Length(kAlias));
+
+    QCOMPARE(music.Stop(kAlias), 0);
+    const long stoppedAt = music.Position(kAlias);
+    QTest::qWait(400);
+    QCOMPARE(music.Position(kAlias), stoppedAt);
+
+    // The alias is not case-sensitive.
+    QCOMPARE(music.Play("musicfile", 0, -1), 0);
+    QCOMPARE(music.Close("MUSICFILE"), 0);
+    QVERIFY(!music.IsOpen());
+    QCOMPARE(music.Length(kAlias), -1L);
+    QCOMPARE(music.Close(kAlias), int(QtMusicDevice::DeviceNotOpen));
+
+    // Gone while playing.
+    auto other = std::make_unique<QtMusicDevice>();
+    QCOMPARE(other->Open(kAlias, SongPath(1).toStdString()), 0);
+    QCOMPARE(other->Play(kAlias, 0, -1), 0);
+    QTest::qWait(200);
+    other.reset();
+}
+
+void tst_Audio::positionReachesLengthAtTheEnd()
+{
+    QtMusicDevice music;
+    QCOMPARE(music.Open(kAlias, SongPath(2).toStdString()), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Length(kAlias) > 0, 10000);
+    const long length = music.Length(kAlias);
+
+    QCOMPARE(music.Play(kAlias, length - 500, -1), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(music.Position(kAlias), length, 10000);
+    QCOMPARE(music.Length(kAlias), length);
+
+    // Played again from the start, the end is behind us.
+    QCOMPARE(music.Play(kAlias, 0, -1), 0);
+    QVERIFY(music.Position(kAlias) < length);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Position(kAlias) > 0, 10000);
+    QVERIFY(music.Position(kAlias) < length);
+
+    QCOMPARE(music.Play(kAlias, length + 1, -1), int(QtMusicDevice::OutOfRange));
+    QCOMPARE(music.Play(kAlias, -1, -1), int(QtMusicDevice::OutOfRange));
+    QCOMPARE(music.Play(kAlias, 2000, 1000), int(QtMusicDevice::OutOfRange));
+}
+
+void tst_Audio::partialPlayHaltsAtItsMark()
+{
+    QtMusicDevice music;
+    QCOMPARE(music.Open(kAlias, SongPath(1).toStdString()), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Length(kAlias) > 0, 10000);
+    QCOMPARE(music.Play(kAlias, 1000, 1400), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(music.Position(kAlias), 1400L, 10000);
+    QTest::qWait(300);
+    QCOMPARE(music.Position(kAlias), 1400L);
+}
+
+void tst_Audio::volumeRangeAndSides()
+{
+    QCOMPARE(QtMusicDevice::OutputVolumeFor(0), 0.0f);
+    QCOMPARE(QtMusicDevice::OutputVolumeFor(1000), 1.0f);
+    // Every step of the slider is heard (the curve tops out just short of 1000).
+    float last = -1.0f;
+    for (int v = 0; v <= 1000; v += 10) {
+        const float out = QtMusicDevice::OutputVolumeFor(v);
+        QVERIFY2(v < 990 ? out > last : out >= last, qPrintable(QString::number(v)));
+        last = out;
+    }
+    // Follows the ear: the middle of the slider is well under half the amplitude.
+    QVERIFY(QtMusicDevice::OutputVolumeFor(500) < 0.5f);
+    QVERIFY(QtMusicDevice::OutputVolumeFor(500) > 0.02f);
+
+    QtMusicDevice music;
+    QCOMPARE(music.OutputVolume(), -1.0f);
+    QCOMPARE(music.Open(kAlias, SongPath(0).toStdString()), 0);
+    QCOMPARE(music.OutputVolume(), 1.0f);
+    QCOMPARE(music.SetVolume(kAlias, "all", 0), 0);
+    QCOMPARE(music.OutputVolume(), 0.0f);
+    QCOMPARE(music.SetVolume(kAlias, "all", 660), 0);
+    QCOMPARE(music.OutputVolume(), QtMusicDevice::OutputVolumeFor(660));
+    QCOMPARE(music.SetVolume(kAlias, "all", 1001), int(QtMusicDevice::OutOfRange));
+    QCOMPARE(music.SetVolume(kAlias, "all", -1), int(QtMusicDevice::OutOfRange));
+    QCOMPARE(music.OutputVolume(), QtMusicDevice::OutputVolumeFor(660));
+    QCOMPARE(music.SetVolume(kAlias, "Left", 330), 0);
+    QCOMPARE(music.OutputVolume(), QtMusicDevice::OutputVolumeFor(330));
+    QCOMPARE(music.SetVolume(kAlias, "right", 1000), 0);
+    QCOMPARE(music.OutputVolume(), 1.0f);
+    QCOMPARE(music.SetVolume("Other", "all", 500), int(QtMusicDevice::DeviceNotOpen));
+}
+
+void tst_Audio::oneDeviceAtATime()
+{
+    QtMusicDevice music;
+    QCOMPARE(music.Open(kAlias, SongPath(0).toStdString()), 0);
+    QCOMPARE(music.Open(kAlias, SongPath(1).toStdString()), int(QtMusicDevice::AliasInUse));
+    QCOMPARE(music.Open("Second", SongPath(1).toStdString()), int(QtMusicDevice::DeviceBusy));
+    QCOMPARE(music.Close("Second"), int(QtMusicDevice::DeviceNotOpen));
+    QVERIFY(music.IsOpen());
+    QCOMPARE(music.Close(kAlias), 0);
+    QCOMPARE(music.Open("Second", SongPath(1).toStdString()), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Length("Second") > 0, 10000);
+    QCOMPARE(music.Length(kAlias), -1L);
+}
+
+void tst_Audio::damagedSongFailsQuietly()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    for (const QByteArray& content : {QByteArray("this is no song at all\n").repeated(400), QByteArray()}) {
+        const QString path = dir.filePath(QStringLiteral("tess0.mp3"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+        file.close();
+
+        QtMusicDevice music;
+        QCOMPARE(music.Open(kAlias, path.toStdString()), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(music.Play(kAlias, 0, -1), int(QtMusicDevice::CannotPlay), 10000);
+        QCOMPARE(music.Length(kAlias), -1L);
+        QCOMPARE(music.Position(kAlias), -1L);
+        QCOMPARE(music.SetVolume(kAlias, "all", 500), 0);
+        QCOMPARE(music.Stop(kAlias), 0);
+        QCOMPARE(music.Close(kAlias), 0);
+    }
+}
+
+QTEST_MAIN(tst_Audio)
+#include "tst_Audio.moc"
