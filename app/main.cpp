@@ -18,6 +18,9 @@
 #include "view/TessumaWindow.h"
 
 int main(int argc, char** argv) {
+    // The resources live in a static library: bring them in by name.
+    Q_INIT_RESOURCE(art);
+    Q_INIT_RESOURCE(sounds);
     QApplication::setApplicationName("Tessuma");
     QApplication::setOrganizationName("Tessuma");
     QApplication::setApplicationDisplayName("Tessuma Sudoku");

@@ -59,8 +59,8 @@ void frmTessuma::InitControls() {
     lblTimer.Visible = false;
     lblLoading.Caption = "and now a word from our sponsor";
     lblLoading.Visible = false;
-    Place(lblLoading, 150, 404, 332, 22);
-    lblLoading.ForeColor = vb::kColorHinted;
+    Place(lblLoading, 120, 356, 392, 32);  // in the band of the curtain
+    lblLoading.ForeColor = vb::kColorCream;
 
     struct OptionDesign {
         int index, left, top, width, height;

@@ -1,6 +1,7 @@
 #include "view/FormView.h"
 
 #include <QCursor>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -29,9 +30,13 @@ QString Q(const std::string& s) { return QString::fromStdString(s); }
 // Draws a label's caption in its rectangle; a caption that doesn't fit
 // may run over its box as the original's transparent labels do.
 void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColor& color, const QString& text) {
+    QRect box = r.adjusted(0, -4, 0, 4);
+    if (align & Qt::AlignRight) box.setLeft(r.left() - 60);
+    else if (align & Qt::AlignLeft) box.setRight(r.right() + 60);
+    else box.adjust(-30, 0, 30, 0);
     p.setFont(font);
     p.setPen(color);
-    p.drawText(r.adjusted(-40, -4, 0, 4).united(r), align | Qt::AlignVCenter | Qt::TextDontClip, text);
+    p.drawText(box, align | Qt::AlignVCenter | Qt::TextDontClip, text);
 }
 
 }  // namespace
@@ -168,7 +173,7 @@ void FormView::paintEvent(QPaintEvent*) {
     p.setRenderHint(QPainter::TextAntialiasing);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
     // The form's colour shows in the two-pixel strip the picture leaves.
-    p.fillRect(rect(), QColor(240, 240, 240));
+    p.fillRect(rect(), Qt::white);
     const QPixmap& bg = look::Bitmap(Form().Picture);
     if (!bg.isNull()) p.drawPixmap(QRect(0, 0, 638, 478), bg);
     else p.fillRect(QRect(0, 0, 638, 478), Qt::white);
@@ -176,6 +181,43 @@ void FormView::paintEvent(QPaintEvent*) {
     PaintBoard(p);
     PaintFrames(p);
     PaintOverlays(p);
+}
+
+// The face and alignment of an option label.
+static QFont OptionFont(std::size_t i, int& align) {
+    align = i == 8 ? Qt::AlignLeft : i == 10 ? Qt::AlignHCenter : Qt::AlignRight;
+    switch (i) {
+        case 6: return look::Japan(12);
+        case 7: return look::Japan(14.25, true, true);
+        case 9: return look::Arial(14.25, true);
+        case 10: return look::Japan(12, true, true);
+        default: return look::Japan(14.25);
+    }
+}
+
+// Where a letter of an option's caption stands, as the label draws it.
+static QRectF LetterRect(const Label& l, std::size_t option, int letter) {
+    int align = 0;
+    const QFont font = OptionFont(option, align);
+    const QFontMetricsF fm(font);
+    const QString text = QString::fromStdString(l.Caption);
+    if (option == 10) {
+        // Centred on two lines: "make lucky" over "donation!".
+        const int space = text.indexOf(' ', 5);
+        const QString line1 = text.left(space), line2 = text.mid(space + 1);
+        const double lineH = fm.lineSpacing();
+        const double top = l.Top + (l.Height - 2 * lineH) / 2;
+        const bool second = letter > space;
+        const QString line = second ? line2 : line1;
+        const int at = second ? letter - space - 1 : letter;
+        const double x0 = l.Left + (l.Width - fm.horizontalAdvance(line)) / 2;
+        const double y0 = top + (second ? lineH : 0);
+        return QRectF(x0 + fm.horizontalAdvance(line.left(at)), y0, fm.horizontalAdvance(line.mid(at, 1)), fm.ascent() + 1);
+    }
+    const double w = fm.horizontalAdvance(text);
+    const double x0 = align == Qt::AlignLeft ? l.Left : l.Left + l.Width - w;
+    const double y0 = l.Top + (l.Height - fm.height()) / 2;
+    return QRectF(x0 + fm.horizontalAdvance(text.left(letter)), y0, fm.horizontalAdvance(text.mid(letter, 1)), fm.ascent() + 1);
 }
 
 void FormView::PaintPanel(QPainter& p) {
@@ -191,16 +233,8 @@ void FormView::PaintPanel(QPainter& p) {
     for (std::size_t i = 1; i <= 10; ++i) {
         const Label& l = f.lblOption[i];
         if (!l.Visible) continue;
-        QFont font = look::Japan(14.25);
-        int align = Qt::AlignRight;
-        switch (i) {
-            case 6: font = look::Japan(12); break;
-            case 7: font = look::Japan(14.25, true, true); break;
-            case 9: font = look::Arial(14.25, true); break;
-            case 10: font = look::Japan(12, true, true); align = Qt::AlignHCenter; break;
-            default: break;
-        }
-        if (i == 8) align = Qt::AlignLeft;
+        int align = 0;
+        const QFont font = OptionFont(i, align);
         if (i == 10) {
             p.setFont(font);
             p.setPen(look::Bgr(l.ForeColor));
@@ -209,8 +243,22 @@ void FormView::PaintPanel(QPainter& p) {
             Text(p, R(l), align, font, look::Bgr(l.ForeColor), Q(l.Caption));
         }
     }
-    for (const Label& u : f.lblUnderscore)
-        if (u.Visible) Text(p, R(u), Qt::AlignLeft, look::Arial(14.25), look::Bgr(u.ForeColor), Q(u.Caption));
+    // The underscores mark the access letter of an option's Alt key: drawn
+    // under that letter of the word as our faces set it.
+    struct Access {
+        std::size_t option;
+        int letter;
+    };
+    const Access access[7] = {{1, 5}, {2, 6}, {3, 1}, {4, 3}, {8, 4}, {7, 0}, {10, 11}};
+    for (std::size_t i = 0; i < 7; ++i) {
+        const Label& u = f.lblUnderscore[i];
+        const Label& word = f.lblOption[access[i].option];
+        if (!u.Visible || access[i].letter >= static_cast<int>(word.Caption.size())) continue;
+        const QRectF letter = LetterRect(word, access[i].option, access[i].letter);
+        if (letter.isEmpty()) continue;
+        p.setPen(QPen(look::Bgr(u.ForeColor), 2.0, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(letter.left() + 0.5, letter.bottom() + 1.5), QPointF(letter.right() - 0.5, letter.bottom() + 1.5));
+    }
 
     for (const CheckBox* c : {&f.chkClickring, &f.chkSkin, &f.chkSounds}) {
         if (!c->Visible) continue;
@@ -231,13 +279,13 @@ void FormView::PaintPanel(QPainter& p) {
     if (f.picVolume.Visible) {
         const QRect track = R(f.picVolume);
         if (f.picVolume.Picture && !look::Bitmap(f.picVolume.Picture).isNull()) {
-            p.drawPixmap(QRect(track.left(), track.top() + 1, 89, 14), look::Bitmap(f.picVolume.Picture));
+            p.drawPixmap(QRect(track.left() + 1, track.top() + 1, 89, 14), look::Bitmap(f.picVolume.Picture));
         } else {
             p.setPen(QPen(QColor(133, 174, 198), 1));
             p.setBrush(Qt::NoBrush);
             p.drawRoundedRect(QRectF(track.left() + 0.5, track.top() + 5.5, 88, 4), 2, 2);
         }
-        const QRect thumb(track.left() + static_cast<int>(f.imgVolume.Left), track.top() + f.imgVolume.Top,
+        const QRect thumb(track.left() + 1 + static_cast<int>(f.imgVolume.Left), track.top() + f.imgVolume.Top,
                           f.imgVolume.Width, f.imgVolume.Height);
         const QPixmap& t = look::Control("volume_thumb");
         if (!t.isNull()) {
@@ -420,7 +468,7 @@ FormView::Hit FormView::HitTest(const QPoint& pt) const {
         if (c->Visible && R(*c).adjusted(-2, 0, 2, 0).contains(pt))
             return {Hit::Check, c == &f.chkClickring ? 0 : c == &f.chkSkin ? 1 : 2};
     if (f.picVolume.Visible && R(f.picVolume).contains(pt)) {
-        const QRect thumb(f.picVolume.Left + static_cast<int>(f.imgVolume.Left), f.picVolume.Top + f.imgVolume.Top,
+        const QRect thumb(f.picVolume.Left + 1 + static_cast<int>(f.imgVolume.Left), f.picVolume.Top + f.imgVolume.Top,
                           f.imgVolume.Width, f.imgVolume.Height);
         return thumb.contains(pt) ? Hit{Hit::Thumb, -1} : Hit{Hit::Track, -1};
     }
@@ -493,7 +541,7 @@ void FormView::mouseMoveEvent(QMouseEvent* e) {
     }
     const Hit over = HitTest(pt);
     if (over.kind == Hit::Thumb || (pressed_.kind == Hit::Thumb && (e->buttons() & Qt::LeftButton))) {
-        const float thumbLeft = static_cast<float>(f.picVolume.Left) + f.imgVolume.Left;
+        const float thumbLeft = static_cast<float>(f.picVolume.Left + 1) + f.imgVolume.Left;
         f.imgVolume_MouseMove(buttons, shift, (x - thumbLeft) * 15, (y - static_cast<float>(f.picVolume.Top)) * 15);
         changed = true;
     }

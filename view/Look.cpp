@@ -9,27 +9,14 @@ namespace look {
 
 namespace {
 
-struct Families {
-    QString japan = "DejaVu Sans", amertype = "DejaVu Serif", verdana = "DejaVu Sans",
-            courier = "DejaVu Sans Mono", arial = "DejaVu Sans";
-};
-
-Families& Fam() {
-    static Families f;
-    return f;
-}
-
-// Roles by the file names of the embedded fonts (see resources/ART.md).
-void Assign(const QString& file, const QStringList& families) {
-    if (families.isEmpty()) return;
-    const QString f = file.toLower();
-    const QString name = families.front();
-    if (f.contains("japan") || f.contains("display")) Fam().japan = name;
-    else if (f.contains("amertype") || f.contains("typewriter") || f.contains("slab")) Fam().amertype = name;
-    else if (f.contains("verdana") || f.contains("sans") && !f.contains("mono")) Fam().verdana = name;
-    if (f.contains("mono") || f.contains("courier")) Fam().courier = name;
-    if (f.contains("arial") || f.contains("liberationsans")) Fam().arial = name;
-}
+// The faces that stand in for the game's: "Japan" is Dosis ExtraBold
+// (always the heavy weight), "AmerType Md BT" Roboto Slab bold, "Verdana"
+// DejaVu Sans, "Courier New" Liberation Mono, "Arial" Liberation Sans.
+const char* const kJapan = "Dosis";
+const char* const kAmerType = "Roboto Slab";
+const char* const kVerdana = "DejaVu Sans";
+const char* const kCourier = "Liberation Mono";
+const char* const kArial = "Liberation Sans";
 
 }  // namespace
 
@@ -38,10 +25,8 @@ void LoadFonts() {
     if (done) return;
     done = true;
     QDir dir(":/fonts");
-    for (const QString& file : dir.entryList({"*.ttf", "*.otf", "*.TTF", "*.OTF"}, QDir::Files, QDir::Name)) {
-        const int id = QFontDatabase::addApplicationFont(dir.filePath(file));
-        if (id >= 0) Assign(file, QFontDatabase::applicationFontFamilies(id));
-    }
+    for (const QString& file : dir.entryList({"*.ttf", "*.otf", "*.TTF", "*.OTF"}, QDir::Files, QDir::Name))
+        QFontDatabase::addApplicationFont(dir.filePath(file));
 }
 
 static QFont Make(const QString& family, double points, bool bold, bool underline) {
@@ -54,11 +39,15 @@ static QFont Make(const QString& family, double points, bool bold, bool underlin
     return f;
 }
 
-QFont Japan(double points, bool bold, bool underline) { return Make(Fam().japan, points, bold, underline); }
-QFont AmerType(double points, bool bold) { return Make(Fam().amertype, points, bold, false); }
-QFont Verdana(double points, bool bold, bool underline) { return Make(Fam().verdana, points, bold, underline); }
-QFont CourierBold(double points) { return Make(Fam().courier, points, true, false); }
-QFont Arial(double points, bool bold) { return Make(Fam().arial, points, bold, false); }
+QFont Japan(double points, bool, bool underline) {
+    QFont f = Make(kJapan, points, true, underline);
+    f.setWeight(QFont::ExtraBold);
+    return f;
+}
+QFont AmerType(double points, bool bold) { return Make(kAmerType, points, bold, false); }
+QFont Verdana(double points, bool bold, bool underline) { return Make(kVerdana, points, bold, underline); }
+QFont CourierBold(double points) { return Make(kCourier, points, true, false); }
+QFont Arial(double points, bool bold) { return Make(kArial, points, bold, false); }
 
 QColor Bgr(std::int32_t bgr) {
     const auto v = static_cast<std::uint32_t>(bgr);
@@ -79,7 +68,7 @@ const QPixmap& Button(const QString& name) { return Pixmap(":/buttons/" + name +
 QCursor Hand() {
     const QPixmap& p = Control("hand");
     if (p.isNull()) return QCursor(Qt::PointingHandCursor);
-    return QCursor(p, 6, 1);
+    return QCursor(p, 11, 1);
 }
 
 }  // namespace look
