@@ -1,9 +1,139 @@
 #include "forms/frmTessuma.h"
 
-// Cell entry.
+#include "core/BoardCode.h"
 
-void frmTessuma::txtCell_KeyDown(int Index, int KeyCode, int Shift) {}
-void frmTessuma::txtCell_Change(int Index) {}
-void frmTessuma::txtCell_LostFocus(int Index) {}
-void frmTessuma::cmdHiddenFirstCell_Click() {}
-bool frmTessuma::BoardUncovered() const { return false; }
+// Cell entry: the keys of a cell, the walk of the arrow keys, the judgement
+// of a typed character against BoardState, and the first-cell command.
+
+namespace {
+
+constexpr int kKeyEsc = 27, kKeySpace = 32, kKeyLeft = 37, kKeyUp = 38, kKeyRight = 39, kKeyDown = 40;
+
+bool IsArrow(int key) { return key >= kKeyLeft && key <= kKeyDown; }
+
+bool ValidCell(int index) { return index >= 0 && index <= 80; }
+
+// The next cell of an arrow key. Left and Right run through the board as one
+// line of 81 cells; leaving the board at the top goes on one column to the
+// left at the bottom, leaving it at the bottom one column to the right at the
+// top, so that Up or Down alone visits every cell.
+int NextCell(int prev, int key) {
+    switch (key) {
+        case kKeyLeft: return prev == 0 ? 80 : prev - 1;
+        case kKeyRight: return prev == 80 ? 0 : prev + 1;
+        case kKeyUp:
+            if (prev == 0) return 80;
+            return prev < 9 ? prev - 9 + 80 : prev - 9;
+        case kKeyDown:
+            if (prev == 80) return 0;
+            return prev > 71 ? prev + 9 - 80 : prev + 9;
+        default: return prev;
+    }
+}
+
+}  // namespace
+
+void frmTessuma::txtCell_KeyDown(int Index, int KeyCode, int /*Shift*/) {
+    if (!ValidCell(Index) || !BoardUncovered()) return;
+    const bool arrow = IsArrow(KeyCode);
+    if ((KeyCode == kKeyEsc || KeyCode == kKeySpace || arrow) && picRing[0].Visible) HideRing();
+
+    if (KeyCode == kKeyEsc) {
+        // Takes the cell out of sight, digit or not; its Text stays.
+        txtCell[static_cast<std::size_t>(Index)].Visible = false;
+        RecalcPossible();
+        return;
+    }
+    if (KeyCode == kKeySpace) {
+        CurrentCell = static_cast<std::int16_t>(Index);
+        ShowMarkPicker();
+        return;
+    }
+    if (!arrow) return;
+
+    // The walk jumps over shown cells in the key's direction and stops at the
+    // first hidden one, which opens for typing. A shown cell left empty is
+    // hidden again. Every cell is met once in 81 steps; when all are shown
+    // (a full board) the walk ends there and the focus stays where it was.
+    int prev = Index;
+    for (int step = 0; step < 81; ++step) {
+        const int next = NextCell(prev, KeyCode);
+        TextField& from = txtCell[static_cast<std::size_t>(prev)];
+        TextField& to = txtCell[static_cast<std::size_t>(next)];
+        if (from.Text.empty()) from.Visible = false;
+        if (!to.Visible) {
+            to.Visible = true;
+            SetFocus({"txtCell", next});
+            return;
+        }
+        prev = next;
+    }
+}
+
+// The text of a cell changed: judge it against the stored puzzle.
+void frmTessuma::txtCell_Change(int Index) {
+    if (SuppressChange || !ValidCell(Index)) return;
+    TextField& cell = txtCell[static_cast<std::size_t>(Index)];
+
+    if (cell.Text == " ") {
+        // A blank leaves nothing behind.
+        SuppressChange = true;
+        SetCellText(Index, "");
+        SuppressChange = false;
+        cell.Visible = false;
+        return;
+    }
+    if (cell.Text.empty()) {
+        // Deleted by the player; the box stays shown until it loses the focus.
+        RecalcPossible();
+        return;
+    }
+    if (IsWrongDigit(BoardState, Index, cell.Text)) {
+        // A wrong typed character costs no time and keeps the perfect game.
+        ShowMessage("Whoops!  That not fit.", "");
+        HideOverlays();
+        SuppressChange = true;
+        SetCellText(Index, "");
+        cell.Visible = false;
+        SuppressChange = false;
+        return;
+    }
+    for (const TextField& other : txtCell) {
+        if (other.Text.empty()) {
+            PlayEffect(SoundDigitOk);
+            RecalcPossible();
+            PuzzleDirty = true;
+            return;
+        }
+    }
+    // No cell is empty: the puzzle is complete. A digit hidden with Esc
+    // counts as filled.
+    CompletePuzzle();
+}
+
+void frmTessuma::txtCell_LostFocus(int Index) {
+    if (!ValidCell(Index)) return;
+    TextField& cell = txtCell[static_cast<std::size_t>(Index)];
+    if (cell.Text.empty()) cell.Visible = false;
+}
+
+// Alt+A: into the first open cell of a running game; during own-puzzle entry
+// (or while a frame covers the board) into cell 0, through a blank that the
+// queued Delete key takes away again by the ordinary change path.
+void frmTessuma::cmdHiddenFirstCell_Click() {
+    if (CountClues() && lblOption[8].Caption == "pause") {
+        txtCell_KeyDown(80, kKeyRight, 0);
+        return;
+    }
+    if (!cmdSideNav[0].Visible) {
+        HideRing();
+        SuppressChange = true;
+        SetCellText(0, " ");
+        txtCell[0].Visible = true;
+        SetFocus({"txtCell", 0});
+        SuppressChange = false;
+        SendKeys("{DEL}");
+    }
+}
+
+bool frmTessuma::BoardUncovered() const { return !picFrame[2].Visible && !picFrame[3].Visible; }

@@ -1,0 +1,220 @@
+// The game's message box: its three faces, the answers by label, key and
+// closing, and how the main form opens it.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "fakes/World.h"
+#include "forms/frmMessage.h"
+#include "forms/frmTessuma.h"
+#include "forms/modMain.h"
+#include "settings/modGetSet.h"
+
+namespace {
+
+enum class Face { Notice, YesNo, Name };
+
+// A box set up as the main form sets it up for one face.
+struct Box {
+    std::string result = "stale";
+    frmMessage form{result};
+    explicit Box(Face face, const std::string& name = "") {
+        form.Form_Load();
+        const bool yesNo = face == Face::YesNo;
+        form.lblYes.Visible = yesNo;
+        form.lblNo.Visible = yesNo;
+        form.lblOkay.Visible = !yesNo;
+        form.txtName.Visible = face == Face::Name;
+        form.txtName.Text = name;
+    }
+};
+
+// What a released key answers: the answer, or nothing when the box stays.
+std::string Expected(Face face, int key) {
+    constexpr int kEnter = 13, kSpace = 32, kY = 89, kN = 78, kO = 79;
+    switch (face) {
+        case Face::Name: return key == kEnter ? "typed" : "";
+        case Face::Notice: return key == kEnter || key == kSpace || key == kO ? "okay" : "";
+        case Face::YesNo:
+            if (key == kEnter || key == kSpace || key == kY) return "yes";
+            return key == kN ? "no" : "";
+    }
+    return "";
+}
+
+TEST(MessageBox, KeysAnswerByFaceForEveryKeyCode) {
+    for (Face face : {Face::Notice, Face::YesNo, Face::Name}) {
+        for (int key = 0; key <= 255; ++key) {
+            Box box(face, "typed");
+            box.form.Form_KeyUp(key, 0);
+            const std::string want = Expected(face, key);
+            SCOPED_TRACE("face " + std::to_string(static_cast<int>(face)) + " key " + std::to_string(key));
+            EXPECT_EQ(box.form.Unloaded, !want.empty());
+            if (!want.empty()) EXPECT_EQ(box.result, want);
+            else EXPECT_EQ(box.result, "");
+            // Shift makes no difference.
+            Box shifted(face, "typed");
+            shifted.form.Form_KeyUp(key, 1);
+            EXPECT_EQ(shifted.form.Unloaded, !want.empty());
+        }
+    }
+}
+
+TEST(MessageBox, LoadClearsTheLastAnswer) {
+    Box box(Face::Notice);
+    EXPECT_EQ(box.result, "");
+    EXPECT_TRUE(box.form.Loaded);
+    EXPECT_FALSE(box.form.Unloaded);
+}
+
+TEST(MessageBox, LabelsAnswerAndUnload) {
+    {
+        Box box(Face::YesNo);
+        box.form.lblYes_Click();
+        EXPECT_EQ(box.result, "yes");
+        EXPECT_TRUE(box.form.Unloaded);
+        box.form.Form_KeyUp(78, 0);  // a key after the answer changes nothing
+        EXPECT_EQ(box.result, "yes");
+    }
+    {
+        Box box(Face::YesNo);
+        box.form.lblNo_Click();
+        EXPECT_EQ(box.result, "no");
+    }
+    {
+        Box box(Face::Notice);
+        box.form.lblOkay_Click();
+        EXPECT_EQ(box.result, "okay");
+    }
+    {
+        Box box(Face::Name, "Ann");
+        box.form.lblOkay_Click();
+        EXPECT_EQ(box.result, "Ann");
+    }
+    {
+        Box box(Face::Name, "");
+        box.form.lblOkay_Click();
+        EXPECT_EQ(box.result, "");
+        EXPECT_TRUE(box.form.Unloaded);
+    }
+}
+
+TEST(MessageBox, ClosingBySystemAnswersByFace) {
+    {
+        Box box(Face::YesNo);
+        box.form.CloseBySystem();
+        EXPECT_EQ(box.result, "no");
+        EXPECT_TRUE(box.form.Unloaded);
+    }
+    {
+        Box box(Face::Notice);
+        box.form.CloseBySystem();
+        EXPECT_EQ(box.result, "");  // not "okay"
+    }
+    {
+        Box box(Face::Name, "bombastic");
+        box.form.CloseBySystem();
+        EXPECT_EQ(box.result, "bombastic");
+    }
+}
+
+TEST(MessageBox, NameFieldKeepsTwentyCharacters) {
+    Box box(Face::Name);
+    box.form.TypeName("abcdefghijklmnopqrstuvwxyz");
+    EXPECT_EQ(box.form.txtName.Text, "abcdefghijklmnopqrst");
+    EXPECT_EQ(box.form.txtName.SelStart, 20);
+}
+
+TEST(MessageBox, DesignedPlacesAndLooks) {
+    std::string r;
+    frmMessage m(r);
+    EXPECT_EQ(m.Width, 5880);
+    EXPECT_EQ(m.Height, 2400);
+    auto at = [](const Label& l, int left, int top, int width, int height) {
+        return l.Left == left && l.Top == top && l.Width == width && l.Height == height;
+    };
+    EXPECT_TRUE(at(m.lblMessage, 1560, 480, 3975, 1215));
+    EXPECT_TRUE(at(m.lblYes, 2760, 1740, 615, 420));
+    EXPECT_TRUE(at(m.lblNo, 3945, 1740, 405, 420));
+    EXPECT_TRUE(at(m.lblOkay, 3120, 1740, 855, 420));
+    EXPECT_EQ(m.txtName.Left, 2280);
+    EXPECT_EQ(m.txtName.Top, 1080);
+    EXPECT_EQ(m.txtName.Width, 2535);
+    EXPECT_EQ(m.txtName.Height, 375);
+    EXPECT_EQ(m.txtName.MaxLength, 20);
+    EXPECT_EQ(m.txtNameBackColor, 0xD6FEFE);
+    EXPECT_EQ(m.lblYes.Caption, "yes");
+    EXPECT_EQ(m.lblNo.Caption, "no");
+    EXPECT_EQ(m.lblOkay.Caption, "okay");
+    for (const Label* l : {&m.lblYes, &m.lblNo, &m.lblOkay}) {
+        EXPECT_EQ(l->ForeColor, 0xC000C0);
+        EXPECT_EQ(l->MousePointer, 99);
+    }
+}
+
+// --------------------------------------------------------------------------
+// Through the main form.
+
+struct ShowMessageTest : ::testing::Test {
+    World w;
+    Program p{w.MakePorts()};
+    frmTessuma* f = nullptr;
+    void SetUp() override {
+        p.Main();
+        f = p.MainForm.get();
+        f->chkSounds.Value = 1;
+        w.sounds.played.clear();
+    }
+};
+
+// The host sees the box as the form set it up; this one records it.
+struct RecordingHost : IMessageHost {
+    bool yes = false, no = false, okay = false, name = false;
+    std::string caption, nameText;
+    int caret = -1;
+    void RunModal(frmMessage& m) override {
+        caption = m.lblMessage.Caption;
+        yes = m.lblYes.Visible;
+        no = m.lblNo.Visible;
+        okay = m.lblOkay.Visible;
+        name = m.txtName.Visible;
+        nameText = m.txtName.Text;
+        m.DeliverQueuedKeys();
+        caret = m.txtName.SelStart;
+        m.lblOkay_Click();
+    }
+};
+
+TEST_F(ShowMessageTest, KindYnAloneGivesTheQuestionFace) {
+    RecordingHost host;
+    f->ports.messages = &host;
+    const std::pair<const char*, bool> kinds[] = {{"yn", true}, {"", false}, {"okay", false}, {"YN", false}, {"yn ", false}};
+    for (const auto& [kind, question] : kinds) {
+        f->ShowMessage("Say goodbye to puzzle now?", kind);
+        EXPECT_EQ(host.yes, question) << kind;
+        EXPECT_EQ(host.no, question) << kind;
+        EXPECT_EQ(host.okay, !question) << kind;
+        EXPECT_FALSE(host.name) << kind;
+        EXPECT_EQ(host.caption, "Say goodbye to puzzle now?");
+    }
+}
+
+TEST_F(ShowMessageTest, NamePromptOnlyOnTheExactText) {
+    RecordingHost host;
+    f->ports.messages = &host;
+    modGetSet::SaveData(*f->ports.settings, "Data/LastSavedName", "McGregor");
+    f->ShowMessage("Score High!  Enter your name:", "");
+    EXPECT_TRUE(host.name);
+    EXPECT_EQ(host.nameText, "McGregor");  // capitals kept
+    EXPECT_EQ(host.caret, 8);               // the caret after the last character
+    EXPECT_EQ(p.MessageResult, "McGregor");
+
+    f->ShowMessage("Score High! Enter your name:", "");
+    EXPECT_FALSE(host.name);
+    EXPECT_EQ(p.MessageResult, "okay");
+}
+
+
+
+}  // namespace
