@@ -1,0 +1,57 @@
+// tessuma-cli rate [--givens]: grades puzzles from standard input, one a
+// line, by the techniques a person needs to solve them, and prints for each
+//   grade <n> (<level word>), hardest technique: <technique>
+// or "no solution" / "several solutions". The lines are read as by solve:
+// "|" dropped, 81 cells of '1'..'9' and '0' or '.' for empty; with --givens
+// in the game's board code, 'A'..'I' the givens. A line that is no puzzle is
+// reported on standard error with its line number; the other lines are still
+// rated and the exit status is 1.
+
+#include "commands.h"
+
+#include "core/PuzzleText.h"
+#include "tools/bankgen/Rater.h"
+
+#include <istream>
+#include <ostream>
+#include <string>
+
+int CmdRate(const CliArgs& args, std::istream& in, std::ostream& out, std::ostream& err) {
+    PuzzleForm form = PuzzleForm::Digits;
+    for (const std::string& a : args) {
+        if (a == "--givens") {
+            form = PuzzleForm::Givens;
+        } else {
+            err << "tessuma-cli rate: unknown option \"" << a << "\"\n"
+                << "usage: tessuma-cli rate [--givens] < puzzles\n";
+            return 2;
+        }
+    }
+
+    int status = 0;
+    long lineNo = 0;
+    std::string line;
+    while (std::getline(in, line)) {
+        ++lineNo;
+        std::uint8_t digits[81];
+        std::string why;
+        if (!ParsePuzzleLine(line, form, digits, &why)) {
+            err << "tessuma-cli rate: line " << lineNo << ": " << why << "\n";
+            status = 1;
+            continue;
+        }
+        bankgen::Grid puzzle{};
+        for (int c = 0; c < 81; ++c) puzzle[c] = digits[c];
+        const bankgen::Rating r = bankgen::RatePuzzle(puzzle);
+        switch (r.outcome) {
+            case bankgen::RateOutcome::NoSolution: out << "no solution\n"; break;
+            case bankgen::RateOutcome::SeveralSolutions: out << "several solutions\n"; break;
+            case bankgen::RateOutcome::Rated:
+                out << "grade " << r.Grade() << " (" << bankgen::GradeWord(r.hardest)
+                    << "), hardest technique: " << bankgen::TechniqueName(r.hardest) << "\n";
+                break;
+        }
+    }
+    out.flush();
+    return status;
+}
