@@ -2,7 +2,9 @@
 
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
+#include <QMessageBox>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -46,7 +48,18 @@ FileDialogResult QtDialogHost::FileDialog(const FileDialogRequest& req) {
             break;
     }
     FileDialogResult r;
-    if (dialog.exec() != QDialog::Accepted) return r;  // a plain cancel: code 0
+    while (true) {
+        if (dialog.exec() != QDialog::Accepted) return r;  // a plain cancel: code 0
+        // With the create prompt the save dialog asks before it names a file
+        // that isn't there yet; "no" goes back to the dialog.
+        if (req.kind != FileDialogRequest::Save || !req.createPrompt || dialog.selectedFiles().isEmpty()) break;
+        const QString chosen = dialog.selectedFiles().first();
+        if (QFileInfo::exists(chosen)) break;
+        const auto answer = QMessageBox::question(
+            owner_, dialog.windowTitle(),
+            chosen + "\nThis file does not exist.\nDo you want to create it?", QMessageBox::Yes | QMessageBox::No);
+        if (answer == QMessageBox::Yes) break;
+    }
     for (const QString& f : dialog.selectedFiles()) {
         if (static_cast<int>(f.toUtf8().size()) > req.maxFileNameBuffer && !req.multiSelect) {
             r.errorCode = 12291;  // the name doesn't fit the buffer
@@ -83,6 +96,14 @@ std::optional<IDialogHost::FontChoice> QtDialogHost::ChooseFont() {
 
 bool QtDialogHost::PageSetupDialog(PageSetup& setup) {
     QPrinter printer;
+    // Start from the margins given, in thousandths of an inch, and keep them
+    // at or above their lower limits.
+    QPageLayout start = printer.pageLayout();
+    start.setUnits(QPageLayout::Inch);
+    start.setMinimumMargins(QMarginsF(setup.minLeft / 1000.0, setup.minTop / 1000.0, setup.minRight / 1000.0,
+                                      setup.minBottom / 1000.0));
+    start.setMargins(QMarginsF(setup.left / 1000.0, setup.top / 1000.0, setup.right / 1000.0, setup.bottom / 1000.0));
+    printer.setPageLayout(start);
     QPageSetupDialog dialog(&printer, owner_);
     if (dialog.exec() != QDialog::Accepted) return false;
     const QPageLayout layout = printer.pageLayout();

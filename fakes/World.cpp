@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 #include "forms/frmMessage.h"
 
@@ -123,11 +124,40 @@ std::optional<MenuChoice> FakePopupHost::Popup(const std::string& menuName, cons
 }
 
 // --------------------------------------------------------------------------
+namespace {
+
+// Throws the next queued fault, if any.
+void NextFault(std::deque<std::string>& faults) {
+    if (faults.empty()) return;
+    std::string what = faults.front();
+    faults.pop_front();
+    throw std::runtime_error(what);
+}
+
+template <class T>
+T NextOr(std::deque<T>& queue, T none) {
+    if (queue.empty()) return none;
+    T v = queue.front();
+    queue.pop_front();
+    return v;
+}
+
+}  // namespace
+
 FileDialogResult FakeDialogHost::FileDialog(const FileDialogRequest& req) {
     ++count;
     lastTitle = req.title;
     lastInitialDir = req.initialDir;
     requests.push_back(req);
+    calls.push_back("file");
+    NextFault(faults);
+    if (!results.empty()) {
+        FileDialogResult prepared = results.front();
+        results.pop_front();
+        for (std::string& path : prepared.paths)
+            if (!path.empty() && path[0] != '/') path = sandbox_ + "/" + path;
+        return prepared;
+    }
     FileDialogResult r;
     r.filterIndex = req.filterIndex;
     if (answers.empty() || !answers.front()) {
@@ -140,6 +170,41 @@ FileDialogResult FakeDialogHost::FileDialog(const FileDialogRequest& req) {
     r.ok = true;
     r.paths.push_back(path);
     return r;
+}
+
+std::optional<std::int32_t> FakeDialogHost::ChooseColor(std::int32_t) {
+    calls.push_back("color");
+    NextFault(faults);
+    return NextOr(colors, std::optional<std::int32_t>());
+}
+
+std::optional<IDialogHost::FontChoice> FakeDialogHost::ChooseFont() {
+    calls.push_back("font");
+    NextFault(faults);
+    return NextOr(fonts, std::optional<FontChoice>());
+}
+
+bool FakeDialogHost::PageSetupDialog(PageSetup& setup) {
+    calls.push_back("page");
+    lastPageSetup = setup;
+    NextFault(faults);
+    const std::optional<PageSetup> chosen = NextOr(pageSetups, std::optional<PageSetup>());
+    if (!chosen) return false;
+    setup = *chosen;
+    return true;
+}
+
+bool FakeDialogHost::PrintDialog() {
+    calls.push_back("print");
+    NextFault(faults);
+    return NextOr(prints, false);
+}
+
+std::optional<std::string> FakeDialogHost::BrowseForFolder(const std::string& title) {
+    calls.push_back("folder");
+    lastFolderTitle = title;
+    NextFault(faults);
+    return NextOr(folders, std::optional<std::string>());
 }
 
 // --------------------------------------------------------------------------

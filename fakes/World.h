@@ -132,11 +132,27 @@ public:
     std::string lastTitle, lastInitialDir;
     std::vector<FileDialogRequest> requests;
     FileDialogResult FileDialog(const FileDialogRequest& req) override;
-    std::optional<std::int32_t> ChooseColor(std::int32_t initial) override { return std::nullopt; }
-    std::optional<FontChoice> ChooseFont() override { return std::nullopt; }
-    bool PageSetupDialog(PageSetup&) override { return false; }
-    bool PrintDialog() override { return false; }
-    std::optional<std::string> BrowseForFolder(const std::string&) override { return std::nullopt; }
+    std::optional<std::int32_t> ChooseColor(std::int32_t initial) override;
+    std::optional<FontChoice> ChooseFont() override;
+    bool PageSetupDialog(PageSetup& setup) override;
+    bool PrintDialog() override;
+    std::optional<std::string> BrowseForFolder(const std::string& title) override;
+
+    // Whole results for the next file dialogs, ahead of `answers`: an error
+    // code, several paths (relative ones are in the sandbox), a filter.
+    std::deque<FileDialogResult> results;
+    // The next dialog of any kind fails at run time with this text (thrown
+    // as std::runtime_error), once per entry.
+    std::deque<std::string> faults;
+    // Answers of the other dialogs; nothing (or an empty queue) = cancel.
+    std::deque<std::optional<std::int32_t>> colors;
+    std::deque<std::optional<FontChoice>> fonts;
+    std::deque<std::optional<PageSetup>> pageSetups;
+    std::deque<bool> prints;
+    std::deque<std::optional<std::string>> folders;
+    std::vector<std::string> calls;  // "file", "color", "font", "page", "print", "folder"
+    PageSetup lastPageSetup;
+    std::string lastFolderTitle;
 
 private:
     std::string sandbox_;

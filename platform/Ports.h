@@ -121,6 +121,11 @@ struct FileDialogRequest {
     bool multiSelect = false;
     bool createPrompt = false;
     int maxFileNameBuffer = 250;
+    // The dialog's option bits as the game sets them (&H8140C for an open
+    // dialog whose file must exist, &H200 multiple selection, &H2000 the
+    // create prompt). For information: a host follows kind, multiSelect and
+    // createPrompt.
+    std::uint32_t flags = 0;
 };
 struct FileDialogResult {
     bool ok = false;
@@ -145,6 +150,8 @@ public:
     struct PageSetup {
         int paperWidth = 8500, paperHeight = 11000;   // thousandths of an inch
         int left = 500, right = 500, top = 500, bottom = 500;
+        // Lower limits of the margins; the dialog keeps the margins above them.
+        int minLeft = 250, minRight = 250, minTop = 250, minBottom = 250;
     };
     virtual bool PageSetupDialog(PageSetup& setup) = 0;
     virtual bool PrintDialog() = 0;
