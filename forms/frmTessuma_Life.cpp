@@ -8,6 +8,7 @@
 #include "BuildConfig.h"
 #include "core/vb.h"
 #include "forms/modScreenRes.h"
+#include "audio/modMusic.h"
 
 using modGetSet::GetData;
 using modGetSet::SaveData;
@@ -139,8 +140,8 @@ void frmTessuma::cmdClose_Click() {
 }
 void frmTessuma::Form_Unload() {
     if (ports.music) {
-        ports.music->Stop("MusicFile");
-        ports.music->Close("MusicFile");
+        modMusic::MusicStop(*ports.music, "MusicFile");
+        modMusic::MusicClose(*ports.music, "MusicFile");
     }
     SaveData(*ports.settings, "ScreenPos/Maximized", cmdRestoreDown.Visible ? "True" : "False");
     if (ports.display && SavedScreenWidth != ports.screen->WidthPixels())
