@@ -67,6 +67,11 @@ int main(int argc, char** argv) {
     ports.commandLine = commandLine;
     ports.profileDir = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
     QDir().mkpath(QString::fromStdString(ports.profileDir));
+    // The program's own folder is rarely writable once installed: the file
+    // dialogs start in the player's documents.
+    QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (documents.isEmpty() || !QDir(documents).exists()) documents = QDir::homePath();
+    ports.documentsDir = documents.toStdString();
 
     Program program(ports);
     TessumaWindow window(program);

@@ -1,5 +1,7 @@
 #include "dialogs/clsDIALOGS.h"
 
+#include "core/AtomicFile.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -202,58 +204,6 @@ struct Profile {
         return t;
     }
 };
-
-// Writes a file through a temporary one in the same folder, flushed to the
-// disk and renamed over the target, so the target is either the old file or
-// the whole new one. On failure the temporary is removed.
-bool WriteFileAtomically(const std::string& path, const std::string& data) {
-    static std::atomic<unsigned> counter{0};
-    std::string target = path;
-    std::error_code ec;
-    if (fs::is_symlink(target, ec)) {
-        const fs::path real = fs::canonical(target, ec);
-        if (!ec) target = real.string();
-    }
-    const fs::path tp(target);
-    const std::string dir = tp.has_parent_path() ? tp.parent_path().string() : std::string(".");
-    struct stat old{};
-    const bool existed = ::stat(target.c_str(), &old) == 0;
-    if (existed && !S_ISREG(old.st_mode)) return false;
-
-    std::string tmp;
-    int fd = -1;
-    for (int attempt = 0; attempt < 50 && fd < 0; ++attempt) {
-        tmp = dir + "/.~dialogs-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
-        fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd < 0 && errno != EEXIST) return false;
-    }
-    if (fd < 0) return false;
-    bool ok = true;
-    std::size_t done = 0;
-    while (ok && done < data.size()) {
-        const ssize_t n = ::write(fd, data.data() + done, data.size() - done);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            ok = false;
-        } else {
-            done += static_cast<std::size_t>(n);
-        }
-    }
-    if (ok && existed) (void)::fchmod(fd, old.st_mode & 07777);
-    if (ok && ::fsync(fd) != 0) ok = false;
-    if (::close(fd) != 0) ok = false;
-    if (ok && ::rename(tmp.c_str(), target.c_str()) != 0) ok = false;
-    if (!ok) {
-        ::unlink(tmp.c_str());
-        return false;
-    }
-    const int dfd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dfd >= 0) {
-        (void)::fsync(dfd);
-        ::close(dfd);
-    }
-    return true;
-}
 
 // The platform's reading of a whole number in a profile: its leading digits;
 // a text without any reads as 0, a negative number as 0.

@@ -1,5 +1,7 @@
 #include "forms/frmTessuma.h"
 
+#include "core/AtomicFile.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -76,72 +78,21 @@ bool ReadGameText(const std::string& path, std::string& text) {
     return ok;
 }
 
-// The parts of a text between CR LF pairs: "a\r\nb\r\n" is "a", "b", "".
-std::vector<std::string> SplitAtCrLf(const std::string& text) {
+// The lines of a text: "a\r\nb\r\n" is "a", "b", "". The game writes CR LF;
+// a lone LF, as text editors here write it, ends a line as well.
+std::vector<std::string> SplitLines(const std::string& text) {
     std::vector<std::string> lines;
     std::size_t pos = 0;
     while (true) {
-        const auto at = text.find(kCrLf, pos);
+        const auto at = text.find('\n', pos);
         if (at == std::string::npos) {
             lines.push_back(text.substr(pos));
             return lines;
         }
-        lines.push_back(text.substr(pos, at - pos));
-        pos = at + 2;
+        const std::size_t end = at > pos && text[at - 1] == '\r' ? at - 1 : at;
+        lines.push_back(text.substr(pos, end - pos));
+        pos = at + 1;
     }
-}
-
-// Writes a file through a temporary one in the same folder, flushed to the
-// disk and renamed over the target: the target is either the old file,
-// untouched, or the whole new one. On any failure the temporary goes.
-bool WriteGameText(const std::string& path, const std::string& data) {
-    static std::atomic<unsigned> counter{0};
-    std::string target = path;
-    std::error_code ec;
-    if (fs::is_symlink(target, ec)) {
-        // Replace the file the link points to, not the link.
-        const fs::path real = fs::weakly_canonical(fs::absolute(target, ec), ec);
-        if (!ec) target = real.string();
-    }
-    const fs::path tp(target);
-    const std::string dir = tp.has_parent_path() ? tp.parent_path().string() : std::string(".");
-    struct stat old{};
-    const bool existed = ::stat(target.c_str(), &old) == 0;
-    if (existed && !S_ISREG(old.st_mode)) return false;
-
-    std::string tmp;
-    int fd = -1;
-    for (int attempt = 0; attempt < 50 && fd < 0; ++attempt) {
-        tmp = dir + "/.~tsm-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
-        fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd < 0 && errno != EEXIST) return false;
-    }
-    if (fd < 0) return false;
-    bool ok = true;
-    std::size_t done = 0;
-    while (ok && done < data.size()) {
-        const ssize_t n = ::write(fd, data.data() + done, data.size() - done);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            ok = false;
-        } else {
-            done += static_cast<std::size_t>(n);
-        }
-    }
-    if (ok && existed) (void)::fchmod(fd, old.st_mode & 07777);  // the old file's permissions
-    if (ok && ::fsync(fd) != 0) ok = false;
-    if (::close(fd) != 0) ok = false;
-    if (ok && ::rename(tmp.c_str(), target.c_str()) != 0) ok = false;
-    if (!ok) {
-        ::unlink(tmp.c_str());
-        return false;
-    }
-    const int dfd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (dfd >= 0) {
-        (void)::fsync(dfd);  // the rename itself reaches the disk
-        ::close(dfd);
-    }
-    return true;
 }
 
 // The game's use of the file dialogs: its title and filter, one file, and
@@ -190,7 +141,7 @@ void frmTessuma::LoadGameFile(const std::string& path) {
     std::vector<std::string> lines;
     try {
         std::string text;
-        if (ReadGameText(path, text)) lines = SplitAtCrLf(vb::Remove(text, "|"));
+        if (ReadGameText(path, text)) lines = SplitLines(vb::Remove(text, "|"));
     } catch (const std::bad_alloc&) {
         lines.clear();
     }
@@ -238,7 +189,7 @@ void frmTessuma::WriteGameFile(const std::string& path) {
         text += lblDifficulty.Caption + kCrLf;
         text += vb::Str(ClockSeconds) + kCrLf;
         text += GetViewPosText() + kCrLf;
-        written = WriteGameText(target, text);
+        written = WriteFileAtomically(target, text);
     } catch (const std::bad_alloc&) {
         written = false;
     }

@@ -236,4 +236,7 @@ struct Ports {
     std::string commandLine;
     // Where the dialogs keep their profile file.
     std::string profileDir;
+    // Where the file dialogs start before they remember a folder; the
+    // program's folder when empty.
+    std::string documentsDir;
 };
