@@ -72,6 +72,12 @@ int main(int argc, char** argv) {
     QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (documents.isEmpty() || !QDir(documents).exists()) documents = QDir::homePath();
     ports.documentsDir = documents.toStdString();
+    // The version file is fetched into the cache, which is always writable.
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    QDir().mkpath(cache);
+    ports.scratchDir = cache.toStdString();
+    // Packagers and tests may point the update check elsewhere.
+    ports.versionUrl = qEnvironmentVariable("TESSUMA_VERSION_URL").toStdString();
 
     Program program(ports);
     TessumaWindow window(program);

@@ -53,9 +53,10 @@ std::optional<std::string> ReadField(const std::string& text, std::size_t& pos) 
 }  // namespace
 
 void frmTessuma::CheckForUpdate() {
-    const std::string localPath = ports.programDir + "/tessver.txt";
+    const std::string& dir = ports.scratchDir.empty() ? ports.programDir : ports.scratchDir;
+    const std::string localPath = dir + "/tessver.txt";
     bool succeeded = false;
-    DownloadFile(TESSUMA_VERSION_URL, localPath, succeeded);
+    DownloadFile(ports.versionUrl.empty() ? std::string(TESSUMA_VERSION_URL) : ports.versionUrl, localPath, succeeded);
     if (!succeeded) {
         ShowMessage(kNoConnect, "");
         return;

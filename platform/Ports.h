@@ -239,4 +239,9 @@ struct Ports {
     // Where the file dialogs start before they remember a folder; the
     // program's folder when empty.
     std::string documentsDir;
+    // A folder the program may write scratch files to (the downloaded
+    // version file); the program's folder when empty.
+    std::string scratchDir;
+    // The address of the version file; the configured one when empty.
+    std::string versionUrl;
 };

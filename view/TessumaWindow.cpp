@@ -9,6 +9,8 @@
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "view/FormView.h"
+#include "view/UpdateDialog.h"
+#include "forms/frmUpdate.h"
 
 TessumaWindow::TessumaWindow(Program& program) : program_(program) {
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -45,6 +47,19 @@ void TessumaWindow::FollowModel() {
         return;
     }
     frmTessuma& f = *program_.MainForm;
+    // The update window follows its model: shown while it is visible.
+    const bool updateShown = program_.UpdateForm && program_.UpdateForm->Visible;
+    if (updateShown && !update_) SetOwner("frmUpdate");
+    if (update_ && update_->isVisible() != updateShown) {
+        if (updateShown) {
+            const QPoint c = mapToGlobal(rect().center());
+            update_->move(c.x() - update_->width() / 2, c.y() - update_->height() / 2);
+            update_->show();
+            update_->raise();
+        } else {
+            update_->hide();
+        }
+    }
     if (!fullScreen_ && !isMinimized()) {
         const QPoint want(f.Left / 15, f.Top / 15);
         if (pos() != want) move(want);
@@ -64,6 +79,18 @@ void TessumaWindow::Show() {
         activateWindow();
         view_->setFocus();
     }
+}
+
+std::int32_t TessumaWindow::SetOwner(const std::string& ownedForm) {
+    // The update window gets the main window as its owner, which keeps it
+    // above the game without making it modal.
+    if (ownedForm != "frmUpdate" || update_) return 0;
+    update_ = new UpdateDialog(program_, this);
+    connect(update_, &UpdateDialog::ModelChanged, this, [this] {
+        if (view_) view_->Sync();
+        else FollowModel();
+    });
+    return 0;
 }
 
 void TessumaWindow::Repaint() {

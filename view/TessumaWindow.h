@@ -10,6 +10,7 @@
 class FormView;
 class Program;
 class QGraphicsProxyWidget;
+class UpdateDialog;
 
 class TessumaWindow : public QGraphicsView, public IWindow {
     Q_OBJECT
@@ -23,6 +24,7 @@ public:
     void Minimize() override;
     void MousePointerChanged(int pointer) override;
     void Unload() override;
+    std::int32_t SetOwner(const std::string& ownedForm) override;
 
     // The display mode changed: full screen for 640 by 480, else normal.
     void SetFullScreenMode(bool full);
@@ -39,6 +41,7 @@ private:
     Program& program_;
     FormView* view_ = nullptr;
     QGraphicsProxyWidget* proxy_ = nullptr;
+    UpdateDialog* update_ = nullptr;
     bool fullScreen_ = false;
     bool unloading_ = false;
     bool overrideCursor_ = false;
