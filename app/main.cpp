@@ -65,7 +65,9 @@ int main(int argc, char** argv) {
     ports.download = &download;
     ports.programDir = QCoreApplication::applicationDirPath().toStdString();
     ports.commandLine = commandLine;
-    ports.profileDir = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
+    // The dialogs' profile lives beside the settings: ~/.config/Tessuma.
+    ports.profileDir =
+        (QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Tessuma").toStdString();
     QDir().mkpath(QString::fromStdString(ports.profileDir));
     // The program's own folder is rarely writable once installed: the file
     // dialogs start in the player's documents.

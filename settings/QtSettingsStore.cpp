@@ -11,10 +11,11 @@ QString Path(const std::string& section, const std::string& key) {
 
 }  // namespace
 
-// The application's name is the file's name; the game passes "Tessuma" as
-// the application with every call, and that is the only one it knows.
+// The game passes "Tessuma" as the application with every call, and that is
+// the only one it knows: its folder holds the store, settings.ini, next to
+// the file dialogs' profile.
 QtSettingsStore::QtSettingsStore()
-    : settings_(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, "Tessuma", "Tessuma")) {}
+    : settings_(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, "Tessuma", "settings")) {}
 
 QtSettingsStore::QtSettingsStore(const std::string& iniPath)
     : settings_(std::make_unique<QSettings>(QString::fromStdString(iniPath), QSettings::IniFormat)) {}

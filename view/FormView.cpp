@@ -185,7 +185,7 @@ void FormView::paintEvent(QPaintEvent*) {
 
 // The face and alignment of an option label.
 static QFont OptionFont(std::size_t i, int& align) {
-    align = i == 8 ? Qt::AlignLeft : i == 10 ? Qt::AlignHCenter : Qt::AlignRight;
+    align = i == 10 ? Qt::AlignHCenter : Qt::AlignRight;
     switch (i) {
         case 6: return look::Japan(12);
         case 7: return look::Japan(14.25, true, true);
@@ -253,8 +253,11 @@ void FormView::PaintPanel(QPainter& p) {
     for (std::size_t i = 0; i < 7; ++i) {
         const Label& u = f.lblUnderscore[i];
         const Label& word = f.lblOption[access[i].option];
-        if (!u.Visible || access[i].letter >= static_cast<int>(word.Caption.size())) continue;
-        const QRectF letter = LetterRect(word, access[i].option, access[i].letter);
+        // "pause" and "resume" both answer to Alt+E: the underline goes under
+        // the last "e" of whichever word the label shows.
+        const int at = access[i].option == 8 ? static_cast<int>(word.Caption.rfind('e')) : access[i].letter;
+        if (!u.Visible || at < 0 || at >= static_cast<int>(word.Caption.size())) continue;
+        const QRectF letter = LetterRect(word, access[i].option, at);
         if (letter.isEmpty()) continue;
         p.setPen(QPen(look::Bgr(u.ForeColor), 2.0, Qt::SolidLine, Qt::RoundCap));
         p.drawLine(QPointF(letter.left() + 0.5, letter.bottom() + 1.5), QPointF(letter.right() - 0.5, letter.bottom() + 1.5));

@@ -1,9 +1,12 @@
 #include "view/TessumaWindow.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
+#include <QGuiApplication>
 #include <QScreen>
 
 #include "forms/frmTessuma.h"
@@ -72,7 +75,7 @@ void TessumaWindow::Show() {
         const frmTessuma& f = *program_.MainForm;
         move(f.Left / 15, f.Top / 15);
     }
-    if (fullScreen_) showFullScreen();
+    if (fullScreen_) GoFullScreen();
     else show();
     if (view_) {
         view_->Sync();
@@ -122,20 +125,38 @@ void TessumaWindow::SetFullScreenMode(bool full) {
     if (full) {
         setMinimumSize(0, 0);
         setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-        if (isVisible()) showFullScreen();
+        if (isVisible()) GoFullScreen();
     } else {
         if (isVisible()) showNormal();
         setFixedSize(640, 480);
         FollowModel();
     }
-    fitInView(scene()->sceneRect(), Qt::KeepAspectRatio);
+    FitScene();
+}
+
+void TessumaWindow::FitScene() {
+    // Evenly scaled to fill the window, the aspect kept, centred.
+    const QSize area = viewport()->size();
+    const double scale = std::min(area.width() / 640.0, area.height() / 480.0);
+    resetTransform();
+    if (scale > 0) this->scale(scale, scale);
+    centerOn(320, 240);
+}
+
+void TessumaWindow::GoFullScreen() {
+    // Without a window manager to honour the request, the window takes the
+    // screen's whole area itself.
+    QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen();
+    if (s) setGeometry(s->geometry());
+    showFullScreen();
+    if (s) setGeometry(s->geometry());
+    FitScene();
 }
 
 void TessumaWindow::resizeEvent(QResizeEvent* e) {
     QGraphicsView::resizeEvent(e);
     if (fullScreen_) {
-        // Evenly scaled, the aspect kept.
-        fitInView(scene()->sceneRect(), Qt::KeepAspectRatio);
+        FitScene();
     } else {
         resetTransform();
         centerOn(320, 240);

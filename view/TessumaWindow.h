@@ -37,6 +37,8 @@ protected:
 
 private:
     void EnsureView();
+    void GoFullScreen();
+    void FitScene();
     void FollowModel();
     Program& program_;
     FormView* view_ = nullptr;
