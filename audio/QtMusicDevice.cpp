@@ -81,9 +81,13 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path)
                 d->player->setPosition(d->pendingFrom);
             d->pendingFrom = -1;
             break;
-        case QMediaPlayer::EndOfMedia:
-            d->ended = true;
+        case QMediaPlayer::EndOfMedia: {
+            // A report of the end may arrive late, after the song was started
+            // again from an earlier place: only a player near its end ends.
+            const qint64 duration = d->player->duration();
+            if (duration <= 0 || d->player->position() >= duration - 1500) d->ended = true;
             break;
+        }
         case QMediaPlayer::InvalidMedia:
             d->failed = true;
             break;
