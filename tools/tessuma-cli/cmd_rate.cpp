@@ -9,7 +9,7 @@
 
 #include "commands.h"
 
-#include "core/PuzzleText.h"
+#include "PuzzleLines.h"
 #include "tools/bankgen/Rater.h"
 
 #include <istream>
@@ -17,29 +17,7 @@
 #include <string>
 
 int CmdRate(const CliArgs& args, std::istream& in, std::ostream& out, std::ostream& err) {
-    PuzzleForm form = PuzzleForm::Digits;
-    for (const std::string& a : args) {
-        if (a == "--givens") {
-            form = PuzzleForm::Givens;
-        } else {
-            err << "tessuma-cli rate: unknown option \"" << a << "\"\n"
-                << "usage: tessuma-cli rate [--givens] < puzzles\n";
-            return 2;
-        }
-    }
-
-    int status = 0;
-    long lineNo = 0;
-    std::string line;
-    while (std::getline(in, line)) {
-        ++lineNo;
-        std::uint8_t digits[81];
-        std::string why;
-        if (!ParsePuzzleLine(line, form, digits, &why)) {
-            err << "tessuma-cli rate: line " << lineNo << ": " << why << "\n";
-            status = 1;
-            continue;
-        }
+    const int status = ForEachPuzzleLine("rate", args, in, err, [&](std::uint8_t (&digits)[81]) {
         bankgen::Grid puzzle{};
         for (int c = 0; c < 81; ++c) puzzle[c] = digits[c];
         const bankgen::Rating r = bankgen::RatePuzzle(puzzle);
@@ -51,7 +29,7 @@ int CmdRate(const CliArgs& args, std::istream& in, std::ostream& out, std::ostre
                     << "), hardest technique: " << bankgen::TechniqueName(r.hardest) << "\n";
                 break;
         }
-    }
+    });
     out.flush();
     return status;
 }

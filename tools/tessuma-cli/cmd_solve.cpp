@@ -6,7 +6,7 @@
 
 #include "commands.h"
 
-#include "core/PuzzleText.h"
+#include "PuzzleLines.h"
 #include "core/modSudoku.h"
 
 #include <istream>
@@ -14,29 +14,7 @@
 #include <string>
 
 int CmdSolve(const CliArgs& args, std::istream& in, std::ostream& out, std::ostream& err) {
-    PuzzleForm form = PuzzleForm::Digits;
-    for (const std::string& a : args) {
-        if (a == "--givens") {
-            form = PuzzleForm::Givens;
-        } else {
-            err << "tessuma-cli solve: unknown option \"" << a << "\"\n"
-                << "usage: tessuma-cli solve [--givens] < puzzles\n";
-            return 2;
-        }
-    }
-
-    int status = 0;
-    long lineNo = 0;
-    std::string line;
-    while (std::getline(in, line)) {
-        ++lineNo;
-        modSudoku::Board digits{};
-        std::string why;
-        if (!ParsePuzzleLine(line, form, digits, &why)) {
-            err << "tessuma-cli solve: line " << lineNo << ": " << why << "\n";
-            status = 1;
-            continue;
-        }
+    const int status = ForEachPuzzleLine("solve", args, in, err, [&](std::uint8_t (&digits)[81]) {
         modSudoku::LoadBoard(digits);
         const bool solved = modSudoku::SolveBoard();
         modSudoku::GetSolution(digits);
@@ -45,7 +23,7 @@ int CmdSolve(const CliArgs& args, std::istream& in, std::ostream& out, std::ostr
         for (int c = 0; c < 81; ++c) text[c] = static_cast<char>('0' + digits[c]);
         out.write(text, 81);
         out << ' ' << (solved ? "true" : "false") << ' ' << modSudoku::SearchCalls() << '\n';
-    }
+    });
     out.flush();
     return status;
 }
