@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/vb.h"
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
@@ -17,18 +18,12 @@ namespace {
 const std::string kEasy =
     "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
 
-struct BoardTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
+struct BoardTest : StartedGame {
 
     void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
+        StartedGame::SetUp();
         f->CreateBoardFields();
-        f->DeliverQueuedKeys();  // what the start-up queued for itself
     }
-    TextField& cell(int i) { return f->txtCell[static_cast<std::size_t>(i)]; }
     Label& label(int i) { return f->lblViewPos[static_cast<std::size_t>(i)]; }
     const std::string& possible(int r, int c) {
         return f->Possible[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)];

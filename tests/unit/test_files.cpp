@@ -20,6 +20,7 @@
 
 #include "core/vb.h"
 #include "dialogs/clsDIALOGS.h"
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
@@ -66,14 +67,10 @@ bool AsOrdinaryUser(const std::function<bool()>& test) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-struct FilesTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
+struct FilesTest : StartedGame {
 
     void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
+        StartedGame::SetUp();
         Deal(kEasy);
     }
     void Deal(const std::string& state) {

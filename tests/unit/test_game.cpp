@@ -11,6 +11,7 @@
 #include "core/BoardCode.h"
 #include "core/banks/Banks.h"
 #include "core/vb.h"
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
@@ -22,18 +23,12 @@ const std::string kEasy =
 
 constexpr int kLeft = 37, kUp = 38, kRight = 39, kDown = 40;
 
-struct GameTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
+struct GameTest : StartedGame {
 
     void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
+        StartedGame::SetUp();
         f->CreateBoardFields();
-        f->DeliverQueuedKeys();  // what the start-up queued for itself
     }
-    TextField& cell(int i) { return f->txtCell[static_cast<std::size_t>(i)]; }
     Label& option(int i) { return f->lblOption[static_cast<std::size_t>(i)]; }
     void Start(const std::string& state) {
         f->BoardState = state;

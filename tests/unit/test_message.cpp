@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmMessage.h"
 #include "forms/frmTessuma.h"
@@ -156,15 +157,10 @@ TEST(MessageBox, DesignedPlacesAndLooks) {
 // --------------------------------------------------------------------------
 // Through the main form.
 
-struct ShowMessageTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
+struct ShowMessageTest : StartedGame {
     void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
-        f->chkSounds.Value = 1;
-        w.sounds.played.clear();
+        StartedGame::SetUp();
+        Listen();
     }
 };
 

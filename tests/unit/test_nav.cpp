@@ -8,6 +8,7 @@
 
 #include "BuildConfig.h"
 #include "core/vb.h"
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
@@ -17,17 +18,11 @@ namespace {
 const std::string kPuzzleState =
     "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
 
-struct NavTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
+struct NavTest : StartedGame {
 
     void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
-        f->DeliverQueuedKeys();  // what the load queued, as the platform would
-        f->chkSounds.Value = 1;
-        w.sounds.played.clear();
+        StartedGame::SetUp();
+        Listen();
     }
     std::string SideNav() {
         std::string s;

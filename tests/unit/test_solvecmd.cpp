@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/vb.h"
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
@@ -22,19 +23,12 @@ const std::string kPuzzleState =
 const char* const kNeed17 = "Proper Sudoku need 17 box.";
 const char* const kNoSolve = "Puzzle no good - no can solve!";
 
-struct SolveTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
+struct SolveTest : StartedGame {
 
     void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
-        f->DeliverQueuedKeys();  // what the load queued, as the platform would
-        f->chkSounds.Value = 1;
-        w.sounds.played.clear();
+        StartedGame::SetUp();
+        Listen();
     }
-    TextField& cell(int i) { return f->txtCell[static_cast<std::size_t>(i)]; }
     void Answer(MessageAnswer::Kind kind) {
         MessageAnswer a;
         a.kind = kind;

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "BuildConfig.h"
+#include "StartedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
@@ -20,15 +21,7 @@ const std::string kNewest = "You have newest\r\nTessuma Sudoku.";
 const std::string kNoConnect = std::string("No can connect.\r\nPlease try later or email to\r\n") +
                                TESSUMA_SUPPORT_MAIL + "\r\nif problem persist.";
 
-struct UpdateTest : ::testing::Test {
-    World w;
-    Program p{w.MakePorts()};
-    frmTessuma* f = nullptr;
-
-    void SetUp() override {
-        p.Main();
-        f = p.MainForm.get();
-    }
+struct UpdateTest : StartedGame {
     // Runs a check over a version file with this content; true when the
     // update window came up.
     bool Check(const std::string& content) {
