@@ -133,6 +133,14 @@ void QtShell::Open(const std::string& target, const std::string&) {
 // --------------------------------------------------------------------------
 std::optional<MenuChoice> QtPopupHost::Popup(const std::string&, const std::vector<MenuEntry>& entries) {
     QMenu menu;
+    // The game's colours and its rounded display face.
+    menu.setStyleSheet(
+        "QMenu { background: #FFFDEB; border: 2px solid #0B5EB5; padding: 5px 3px;"
+        " font-family: 'Dosis'; font-weight: 800; font-size: 13pt; color: #0B5EB5; }"
+        "QMenu::item { padding: 3px 26px 3px 14px; border-radius: 5px; margin: 1px 2px; }"
+        "QMenu::item:selected { background: #C000C0; color: #FFFFFF; }"
+        "QMenu::item:disabled { color: #B9B9AA; }"
+        "QMenu::separator { height: 2px; background: #E8E2B4; margin: 4px 10px; }");
     std::vector<std::pair<QAction*, MenuChoice>> map;
     for (const auto& e : entries) {
         if (e.caption == "-") {
