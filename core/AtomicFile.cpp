@@ -15,10 +15,15 @@ bool WriteFileAtomically(const std::string& path, const std::string& data) {
     static std::atomic<unsigned> counter{0};
     std::string target = path;
     std::error_code ec;
-    if (fs::is_symlink(target, ec)) {
-        // Replace the file the link points to, not the link.
-        const fs::path real = fs::weakly_canonical(fs::absolute(target, ec), ec);
-        if (!ec) target = real.string();
+    // Replace the file a link points to, not the link. Links are followed by
+    // hand: a link whose target is missing still names the place to write,
+    // and when that place's folder is gone too, the save is refused below.
+    for (int hops = 0; fs::is_symlink(target, ec); ++hops) {
+        if (hops == 40) return false;  // a loop of links
+        const fs::path link(target);
+        const fs::path to = fs::read_symlink(link, ec);
+        if (ec) return false;
+        target = (to.is_absolute() ? to : link.parent_path() / to).lexically_normal().string();
     }
     const fs::path tp(target);
     const std::string dir = tp.has_parent_path() ? tp.parent_path().string() : std::string(".");
