@@ -3,15 +3,32 @@
 // completion a board with several solutions gets and how many trial steps a
 // solve takes, so none of them may change.
 //
-// A digit d is bit d-1 of a 9-bit mask; 511 holds all nine. Counts and
-// highest digits come from the BitCount and HighBit tables, the peers of a
-// cell from one flat table. A trial level keeps its copy of the state on the
-// stack and restores it by a plain copy; nothing is allocated during a solve.
+// A digit d is bit d-1 of a 9-bit mask; 511 holds all nine. The tables of
+// InitTables (BitCount, HighBit, Peers and the rest) are built once.
 //
-// Where the straightforward reading of a step walks cells digit by digit,
-// the code here gets the same answer from whole units at once (see "Single
-// places" below); the results, down to the number of SearchCell calls, are
-// the same.
+// Besides the candidate mask of each cell (Cand) the state keeps the same
+// facts arranged for the questions the solver asks, brought up to date
+// wherever a candidate goes:
+//
+//   Holders     for each digit, the set of undecided cells that hold it: the
+//               peers to strike in PropagateNext, the place of a single.
+//   CountPlane  the number of candidates of each undecided cell, one bit of
+//               it per set of cells (decided cells count 0): the cells decided
+//               by a strike, the cell to try next.
+//   UnitCount   for each digit and each row, column and box, how many cells
+//               of the unit hold the digit, plus 128 when the digit is done
+//               (RowDone, ColDone, BoxDone) or being tried in the unit:
+//               CheckUnits looks for a 0, the single places for a 1.
+//
+// A trial that has left some unit without a digit can only fail; it is cut
+// short when the state it would leave is sure to be overwritten (see
+// SearchCell).
+//
+// None of this changes what is computed: the results, down to the number of
+// SearchCell calls and the state left after a failed solve, are those of
+// walking the cells one by one, digit by digit. A trial level keeps its copy
+// of the state on the stack and restores it by a plain copy; nothing is
+// allocated during a solve.
 
 #include "core/modSudoku.h"
 
@@ -36,18 +53,135 @@ std::int32_t BoxStart[81];
 std::int32_t BoxCell[81];  // cell -> box-major position; its own inverse
 bool TablesReady = false;
 
+// Units are numbered for the counts: rows 0..8, columns 9..17, boxes 18..26.
+constexpr int kRowUnit = 0;
+constexpr int kColUnit = 9;
+constexpr int kBoxUnit = 18;
+
+// The units in which single places are committed: the rows, column 0 and the
+// boxes (see HiddenSingles).
+constexpr std::uint32_t kRowUnits = 0x1FFu << kRowUnit;
+constexpr std::uint32_t kCol0Unit = 1u << kColUnit;
+constexpr std::uint32_t kBoxUnits = 0x1FFu << kBoxUnit;
+
+// ---- Vectors of 16 bytes -------------------------------------------------------
+
+using V16 = std::uint8_t __attribute__((vector_size(16)));
+using C16 = char __attribute__((vector_size(16)));
+using U2 = std::uint64_t __attribute__((vector_size(16)));
+
+template <class V>
+inline V Load(const void* p) {
+    V v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+
+template <class V>
+inline void Store(void* p, V v) {
+    std::memcpy(p, &v, sizeof v);
+}
+
+// Bit i set when byte i of v is 0xFF (v holds only 0x00 and 0xFF bytes).
+inline unsigned MoveMask(V16 v) {
+#if defined(__SSE2__)
+    return static_cast<unsigned>(__builtin_ia32_pmovmskb128(reinterpret_cast<C16>(v)));
+#else
+    unsigned m = 0;
+    for (int i = 0; i < 16; ++i) m |= static_cast<unsigned>(v[i] >> 7) << i;
+    return m;
+#endif
+}
+
+
+// ---- Sets of cells ---------------------------------------------------------------
+
+// Bit i of lane 0 is cell i (0..63), bit i of lane 1 is cell 64 + i.
+using CellSet = U2;
+
+inline bool Empty(CellSet s) { return (s[0] | s[1]) == 0; }
+
+// Calls f(cell) for each cell of s, in ascending order.
+template <class F>
+inline void ForEachCell(CellSet s, F&& f) {
+    for (std::uint64_t w = s[0]; w != 0; w &= w - 1) f(__builtin_ctzll(w));
+    for (std::uint64_t w = s[1]; w != 0; w &= w - 1) f(64 + __builtin_ctzll(w));
+}
+
+CellSet CellBit[81];     // the cell alone
+CellSet PeerSet[81];     // its 20 peers
+CellSet BoxPeerSet[81];  // its peers in the box
+CellSet ColPeerSet[81];  // its peers in the column outside the box
+CellSet RowPeerSet[81];  // its peers in the row outside the box
+CellSet UnitSet[27];     // the cells of each unit
+CellSet AllCells;
+
+// For each cell, its three units as a line of 32 bytes with 1 at the unit
+// numbers, to take from a digit's line of UnitCount.
+alignas(16) std::uint8_t CellUnitOnes[81][32];
+
 // ---- State of one solve, overwritten by LoadBoard ---------------------------
-std::int32_t Cand[81];
+//
+// Everything a trial level copies and restores is in one block, so that the
+// copy is a single run of vector moves.
+struct SolverState {
+    // Holders[d]: the undecided cells that hold digit d + 1.
+    CellSet Holders[9];
+    // CountPlane[k]: the undecided cells whose number of candidates has bit k.
+    CellSet CountPlane[4];
+    // UnitCount[d][u]: how many cells of unit u hold digit d + 1, plus
+    // kMarked when the digit is done or being tried in the unit. Bytes 27..31
+    // of each line are 255 and never change.
+    alignas(16) std::uint8_t UnitCount[9][32];
+    // Candidate mask of each cell; 81..87 are padding.
+    alignas(16) std::uint16_t Cand[88];
+};
+static_assert(sizeof(SolverState) % 16 == 0);
+
+SolverState State;
+std::uint16_t* const Cand = State.Cand;
+
+// True when a count of UnitCount is 0: some unit has lost a digit. Counts
+// only fall during a trial, so once set it stays set until the state is
+// restored; it is set where counts fall (DecideCell, PropagateNext).
+bool LostDigit = false;
+
+// The number of trial levels on the current path whose digit being tried is
+// not their last. While it is above 0, the state a failing trial leaves is
+// certain to be overwritten by a restore before anyone sees it.
+int OpenLevels = 0;
+
 std::int32_t SolveQueue[81];
-std::int32_t RowDone[9];
-std::int32_t ColDone[9];
-std::int32_t BoxDone[9];
 std::int32_t QueueHead = 0;
 std::int32_t QueueTail = 0;
 std::int32_t Unsolved = 0;
 bool Solved = false;
 
 long SearchCallCount = 0;
+
+// The mark in UnitCount of a digit that is done in a unit, or being tried
+// there. A marked count is never 0 (the decided cell that put the mark there
+// holds the digit for as long as the mark stands) and never 1, so neither
+// the unit check nor the single places see it.
+//
+// A tried digit is kept out of RowDone, ColDone and BoxDone; single places
+// then find its only holder in the unit, the decided tried cell, and pass
+// over it, and marking it gives the same. Where a phase tests only Done (the
+// box of the holder in the row and column phases, its row and column in the
+// box phase), the mark of a tried digit never stands in the way either: the
+// tried cell has been propagated, so no undecided cell in its row, column or
+// box still holds the digit, and the holder of a single place is undecided.
+constexpr std::uint8_t kMarked = 128;
+alignas(16) std::uint8_t CellUnitMarks[81][32];  // kMarked at the unit numbers
+
+// A trial that can only fail and whose remaining work would be overwritten.
+inline bool Doomed() { return LostDigit && OpenLevels > 0; }
+
+// ---- Tables ----------------------------------------------------------------------
+
+inline CellSet OneCell(int cell) {
+    return cell < 64 ? CellSet{std::uint64_t{1} << cell, 0} : CellSet{0, std::uint64_t{1} << (cell - 64)};
+}
 
 void InitTables() {
     DigitMask[0] = 511;
@@ -93,261 +227,225 @@ void InitTables() {
             if (x / 3 != col / 3) Peers[k++] = 9 * row + x;
     }
 
+    AllCells = CellSet{0, 0};
+    for (int c = 0; c < 81; ++c) {
+        CellBit[c] = OneCell(c);
+        AllCells |= CellBit[c];
+        const int units[3] = {kRowUnit + CellRow[c], kColUnit + CellCol[c], kBoxUnit + CellBox[c]};
+        for (int u : units) {
+            UnitSet[u] |= CellBit[c];
+            CellUnitOnes[c][u] = 1;
+            CellUnitMarks[c][u] = kMarked;
+        }
+        PeerSet[c] = BoxPeerSet[c] = ColPeerSet[c] = RowPeerSet[c] = CellSet{0, 0};
+        for (int j = 0; j < 20; ++j) {
+            const CellSet p = OneCell(Peers[PeerStart[c] + j]);
+            PeerSet[c] |= p;
+            (j < 8 ? BoxPeerSet[c] : j < 14 ? ColPeerSet[c] : RowPeerSet[c]) |= p;
+        }
+    }
+
     TablesReady = true;
 }
 
-// Decides a cell by a given digit or a single place.
-inline void CommitCell(int cell, std::int32_t bit) {
+// ---- Keeping the state ---------------------------------------------------------
+
+// Plain copy of the whole state, written out as vector moves: a copy loop or
+// memcpy of this size becomes a string-move instruction, which costs more
+// than it moves.
+template <std::size_t... I>
+inline void CopyVectors(std::uint8_t* dst, const std::uint8_t* src, std::index_sequence<I...>) {
+    ((Store(dst + 16 * I, Load<V16>(src + 16 * I))), ...);
+}
+
+inline void CopyState(SolverState& dst, const SolverState& src) {
+    CopyVectors(reinterpret_cast<std::uint8_t*>(&dst), reinterpret_cast<const std::uint8_t*>(&src),
+                std::make_index_sequence<sizeof(SolverState) / 16>{});
+}
+
+// Marks digit d as done or tried in the units of cell.
+inline void MarkUnits(int d, int cell) {
+    std::uint8_t* const line = State.UnitCount[d];
+    const std::uint8_t* const marks = CellUnitMarks[cell];
+    Store(line, Load<V16>(line) | Load<V16>(marks));
+    Store(line + 16, Load<V16>(line + 16) | Load<V16>(marks + 16));
+}
+
+// Sets an undecided cell to the one candidate bit: its other digits leave
+// the counts of its units, and the cell leaves the holders and the count
+// planes. (The marks and the queue are the caller's.)
+inline void DecideCell(int cell, std::uint16_t bit) {
+    const CellSet out = ~CellBit[cell];
+    for (CellSet& plane : State.CountPlane) plane &= out;
+    for (CellSet& holders : State.Holders) holders &= out;
+    // Take 1 from the counts of the cell's units for each struck digit.
+    const V16 lo = Load<V16>(CellUnitOnes[cell]);
+    const V16 hi = Load<V16>(CellUnitOnes[cell] + 16);
+    V16 zero = {};
+    for (unsigned struck = Cand[cell] & ~bit; struck != 0; struck &= struck - 1) {
+        std::uint8_t* const line = State.UnitCount[__builtin_ctz(struck)];
+        const V16 a = Load<V16>(line) - lo;
+        const V16 b = Load<V16>(line + 16) - hi;
+        Store(line, a);
+        Store(line + 16, b);
+        zero |= reinterpret_cast<V16>(a == V16{}) | reinterpret_cast<V16>(b == V16{});
+    }
+    LostDigit |= MoveMask(zero) != 0;
     Cand[cell] = bit;
-    RowDone[CellRow[cell]] |= bit;
-    ColDone[CellCol[cell]] |= bit;
-    BoxDone[CellBox[cell]] |= bit;
+}
+
+// Decides a cell by a given digit or a single place.
+inline void CommitCell(int cell, std::uint16_t bit) {
+    DecideCell(cell, bit);
+    MarkUnits(MaskDigit[bit] - 1, cell);
     SolveQueue[QueueTail] = cell;
     ++QueueTail;
     --Unsolved;
 }
 
-// Every unit must still hold all nine digits among its candidates: row k
-// and box k for k = 0..8, then the columns. The only test for a
-// contradiction anywhere in the solver.
-bool CheckUnits() {
-    for (int k = 0; k < 9; ++k) {
-        const std::int32_t* r = &Cand[9 * k];
-        if ((r[0] | r[1] | r[2] | r[3] | r[4] | r[5] | r[6] | r[7] | r[8]) != 511) return false;
-        const std::int32_t* b = &Cand[BoxCell[9 * k]];
-        if ((b[0] | b[1] | b[2] | b[9] | b[10] | b[11] | b[18] | b[19] | b[20]) != 511) return false;
-    }
-    for (int col = 0; col < 9; ++col) {
-        const std::int32_t* c = &Cand[col];
-        if ((c[0] | c[9] | c[18] | c[27] | c[36] | c[45] | c[54] | c[63] | c[72]) != 511) return false;
-    }
-    return true;
-}
+// Every unit must still hold all nine digits among its candidates, that is
+// no count of UnitCount is 0. The only test for a contradiction anywhere in
+// the solver. (Which unit fails first does not matter: the answer is all
+// there is.)
+inline bool CheckUnits() { return !LostDigit; }
 
 // Takes the next decided cell off the queue and strikes its digit from its
 // undecided peers; a peer left with one digit joins the queue. Decided peers
-// are left alone, even with the same digit. (The digit m of a queued cell is
-// a single bit, so "x holds m and is not m" is "x undecided and holding m".)
+// are left alone, even with the same digit.
+//
+// The peers to strike are the undecided holders of the digit among the
+// peers, found as one set; the peers left with one digit join the queue in
+// the order of the peer table: box, then column, then row, each ascending.
 inline void PropagateNext() {
     const int c = SolveQueue[QueueHead];
-    const std::int32_t m = Cand[c];
-    const std::int32_t* peer = &Peers[PeerStart[c]];
-    for (int k = 0; k < 20; ++k) {
-        const int p = peer[k];
-        const std::int32_t x = Cand[p];
-        if (!(x & m) || x == m) continue;
-        const std::int32_t y = x ^ m;
-        Cand[p] = y;
-        if (!(y & (y - 1))) {  // two candidates before, one now: decided
-            RowDone[CellRow[p]] |= y;
-            ColDone[CellCol[p]] |= y;
-            BoxDone[CellBox[p]] |= y;
-            SolveQueue[QueueTail] = p;
-            ++QueueTail;
-            --Unsolved;
-        }
-    }
     ++QueueHead;
+    const std::uint16_t m = Cand[c];
+    const int d = MaskDigit[m] - 1;
+    const CellSet strike = State.Holders[d] & PeerSet[c];
+    if (Empty(strike)) return;
+    State.Holders[d] &= ~strike;
+
+    // Candidates and unit counts.
+    V16 lo = {}, hi = {};
+    ForEachCell(strike, [&](int p) {
+        Cand[p] ^= m;
+        lo += Load<V16>(CellUnitOnes[p]);
+        hi += Load<V16>(CellUnitOnes[p] + 16);
+    });
+    std::uint8_t* const line = State.UnitCount[d];
+    const V16 a = Load<V16>(line) - lo;
+    const V16 b = Load<V16>(line + 16) - hi;
+    Store(line, a);
+    Store(line + 16, b);
+    LostDigit |= MoveMask(reinterpret_cast<V16>(a == V16{}) | reinterpret_cast<V16>(b == V16{})) != 0;
+
+    // One less candidate in each struck cell: a subtraction on the bit planes.
+    CellSet* const plane = State.CountPlane;
+    CellSet borrow = strike;
+    for (int k = 0; k < 4; ++k) {
+        const CellSet was = plane[k];
+        plane[k] = was ^ borrow;
+        borrow &= ~was;
+    }
+    // Cells left with one candidate are decided.
+    const CellSet decided = strike & plane[0] & ~(plane[1] | plane[2] | plane[3]);
+    if (Empty(decided)) return;
+    plane[0] &= ~decided;
+
+    auto enqueue = [](int p) {
+        const std::uint16_t y = Cand[p];
+        const int e = MaskDigit[y] - 1;
+        State.Holders[e] &= ~CellBit[p];
+        MarkUnits(e, p);
+        SolveQueue[QueueTail] = p;
+        ++QueueTail;
+        --Unsolved;
+    };
+    ForEachCell(decided & BoxPeerSet[c], enqueue);
+    ForEachCell(decided & ColPeerSet[c], enqueue);
+    ForEachCell(decided & RowPeerSet[c], enqueue);
 }
 
 // ---- Single places -----------------------------------------------------
-//
-// For each unit the digits that have exactly one holder are found in one
-// sweep over its nine masks ("once" and "twice" seen). Walking the cells
-// digit by digit and stopping at a second holder gives the same answer.
-// Digits tried by SearchCell are kept in RowTry, Col0Try and BoxTry, the
-// units of the cells on the current path of trial: such a digit is missing
-// from the Done arrays, but its only holder is the decided tried cell, which
-// is never committed, so it is dropped before the holder is looked for.
-
-std::int32_t RowTry[9];
-std::int32_t BoxTry[9];
-std::int32_t Col0Try = 0;
-
-struct OnceTwice {
-    std::int32_t once, twice;
-};
-
-inline OnceTwice Three(std::int32_t a, std::int32_t b, std::int32_t c) {
-    const std::int32_t ab = a | b;
-    return {ab | c, (a & b) | (c & ab)};
-}
-
-inline OnceTwice Join(OnceTwice x, OnceTwice y, OnceTwice z) {
-    const std::int32_t xy = x.once | y.once;
-    return {xy | z.once, x.twice | y.twice | z.twice | (x.once & y.once) | (z.once & xy)};
-}
-
-inline std::int32_t Lone(OnceTwice u) { return u.once & ~u.twice; }
-
-inline OnceTwice ScanRow(int row) {
-    const std::int32_t* p = &Cand[9 * row];
-    return Join(Three(p[0], p[1], p[2]), Three(p[3], p[4], p[5]), Three(p[6], p[7], p[8]));
-}
-
-inline OnceTwice ScanBox(int box) {
-    const std::int32_t* p = &Cand[BoxCell[9 * box]];
-    return Join(Three(p[0], p[1], p[2]), Three(p[9], p[10], p[11]), Three(p[18], p[19], p[20]));
-}
-
-inline OnceTwice ScanCol0() {
-    const std::int32_t* p = Cand;
-    return Join(Three(p[0], p[9], p[18]), Three(p[27], p[36], p[45]), Three(p[54], p[63], p[72]));
-}
-
-// The whole board in one sweep, four cells to a vector: every row and box
-// with its once and twice sets, column 0 likewise, and the digits present in
-// all nine columns.
-using V4 = std::int32_t __attribute__((vector_size(16)));
-
-inline V4 Load4(const std::int32_t* p) {
-    V4 v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
-}
-
-// Plain copy of N integers, written out as vector moves: short enough that
-// a string-move instruction (what a copy loop or memcpy becomes) would cost
-// more than it moves.
-template <std::size_t... I>
-inline void CopyPieces(std::int32_t* dst, const std::int32_t* src, std::index_sequence<I...>) {
-    V4 v[sizeof...(I)];
-    ((std::memcpy(&v[I], src + 4 * I, sizeof(V4))), ...);
-    ((std::memcpy(dst + 4 * I, &v[I], sizeof(V4))), ...);
-}
-
-template <int N>
-inline void CopyInts(std::int32_t* dst, const std::int32_t* src) {
-    CopyPieces(dst, src, std::make_index_sequence<N / 4>{});
-    for (int i = N / 4 * 4; i < N; ++i) dst[i] = src[i];
-}
-
-struct BoardSweep {
-    std::int32_t rowOnce[12];  // rows 0..8; room for whole vectors
-    std::int32_t rowTwice[12];
-    OnceTwice boxes[9];
-    OnceTwice col0;
-    std::int32_t inAllCols;
-};
-
-// 4 x 4 transpose: lane i of result k is lane k of input i.
-inline void Transpose(V4& r0, V4& r1, V4& r2, V4& r3) {
-    const V4 t0 = __builtin_shufflevector(r0, r1, 0, 4, 1, 5);
-    const V4 t1 = __builtin_shufflevector(r2, r3, 0, 4, 1, 5);
-    const V4 t2 = __builtin_shufflevector(r0, r1, 2, 6, 3, 7);
-    const V4 t3 = __builtin_shufflevector(r2, r3, 2, 6, 3, 7);
-    r0 = __builtin_shufflevector(t0, t1, 0, 1, 4, 5);
-    r1 = __builtin_shufflevector(t0, t1, 2, 3, 6, 7);
-    r2 = __builtin_shufflevector(t2, t3, 0, 1, 4, 5);
-    r3 = __builtin_shufflevector(t2, t3, 2, 3, 6, 7);
-}
-
-inline void SweepBoard(BoardSweep& sw) {
-    V4 a[9], b[9];
-    std::int32_t c[9];
-    for (int r = 0; r < 9; ++r) {
-        const std::int32_t* p = &Cand[9 * r];
-        a[r] = Load4(p);
-        b[r] = Load4(p + 4);
-        c[r] = p[8];
-    }
-
-    // Rows 0..7, four at a time: cells k and k + 4 side by side, then the
-    // four rows transposed so that each lane holds one row, then cell 8.
-    for (int g = 0; g < 8; g += 4) {
-        V4 o[4], t[4];
-        for (int i = 0; i < 4; ++i) {
-            o[i] = a[g + i] | b[g + i];
-            t[i] = a[g + i] & b[g + i];
-        }
-        Transpose(o[0], o[1], o[2], o[3]);
-        Transpose(t[0], t[1], t[2], t[3]);
-        const V4 o01 = o[0] | o[1], t01 = t[0] | t[1] | (o[0] & o[1]);
-        const V4 o23 = o[2] | o[3], t23 = t[2] | t[3] | (o[2] & o[3]);
-        V4 once = o01 | o23, twice = t01 | t23 | (o01 & o23);
-        const V4 last = {c[g], c[g + 1], c[g + 2], c[g + 3]};
-        twice |= once & last;
-        once |= last;
-        std::memcpy(&sw.rowOnce[g], &once, sizeof once);
-        std::memcpy(&sw.rowTwice[g], &twice, sizeof twice);
-    }
-    const OnceTwice row8 = ScanRow(8);
-    sw.rowOnce[8] = row8.once;
-    sw.rowTwice[8] = row8.twice;
-
-    // Bands of three rows: each column of the band as once and twice, from
-    // which come the boxes, column 0 and the column unions.
-    V4 colsA = {0, 0, 0, 0}, colsB = {0, 0, 0, 0};
-    std::int32_t cols8 = 0;
-    OnceTwice col0Band[3];
-    for (int band = 0; band < 3; ++band) {
-        const V4* x = &a[3 * band];
-        const V4* y = &b[3 * band];
-        const std::int32_t* z = &c[3 * band];
-        const V4 ab = x[0] | x[1];
-        const V4 ao = ab | x[2], at = (x[0] & x[1]) | (x[2] & ab);
-        const V4 bb = y[0] | y[1];
-        const V4 bo = bb | y[2], bt = (y[0] & y[1]) | (y[2] & bb);
-        const OnceTwice c8 = Three(z[0], z[1], z[2]);
-        colsA |= ao;
-        colsB |= bo;
-        cols8 |= c8.once;
-        col0Band[band] = {ao[0], at[0]};
-        sw.boxes[3 * band] = Join({ao[0], at[0]}, {ao[1], at[1]}, {ao[2], at[2]});
-        sw.boxes[3 * band + 1] = Join({ao[3], at[3]}, {bo[0], bt[0]}, {bo[1], bt[1]});
-        sw.boxes[3 * band + 2] = Join({bo[2], bt[2]}, {bo[3], bt[3]}, c8);
-    }
-    sw.col0 = Join(col0Band[0], col0Band[1], col0Band[2]);
-    const V4 all = colsA & colsB;
-    sw.inAllCols = all[0] & all[1] & all[2] & all[3] & cols8;
-}
 
 enum class SinglesResult { Decided, Stuck, Broken };
 
-// One pass of single places, for an empty queue: rows, then column 0, then
-// boxes. Within a unit the digits go from high to low, each looked up in the
-// masks as they stand at that moment, so a commit (which strips the other
-// digits of its cell) is seen by the lower digits of the same unit; the
-// digits missing from the unit are taken once, before its first digit. A
-// phase that decides anything ends the pass.
-//
-// With checkFirst the pass begins with CheckUnits on the same sweep and
-// answers Broken, deciding nothing, when it fails.
-SinglesResult HiddenSingles(bool checkFirst) {
-    // A commit changes only its own row (or column 0, or box), and the pass
-    // ends after a phase that committed, so the sweep stays valid for every
-    // unit not yet visited.
-    BoardSweep sw;
-    SweepBoard(sw);
-    const OnceTwice* boxes = sw.boxes;
+// The digits that have one holder in unit u and are missing from it.
+inline unsigned LoneDigits(int u) {
+    unsigned m = 0;
+    for (int d = 0; d < 9; ++d) m |= static_cast<unsigned>(State.UnitCount[d][u] == 1) << d;
+    return m;
+}
 
-    if (checkFirst) {
-        std::int32_t all = sw.inAllCols;
-        for (int k = 0; k < 9; ++k) all &= sw.rowOnce[k] & boxes[k].once;
-        if (all != 511) return SinglesResult::Broken;
+inline bool Marked(int d, int u) { return State.UnitCount[d][u] & kMarked; }
+
+// The single places of one unit, digits from high to low, and the commits
+// among them; true when one was committed. They are the digits that have one
+// holder in the unit and are missing from it (neither done nor tried there):
+// such a holder is undecided, since a decided cell's digit is done or tried
+// in each of its units. canCommit(holder, d) tells whether the
+// phase lets the holder take digit d + 1.
+//
+// Each digit is looked up in the counts as they stand at that moment, so a
+// commit (which strips the other digits of its cell) is seen by the lower
+// digits of the unit. A commit marks only its own digit, so the digits
+// missing from the unit stay as they were before its first digit.
+//
+// A commit that leaves a unit without a digit dooms the trial (see
+// SearchCell); when the rest of the work would only be overwritten, the pass
+// stops there.
+template <class CanCommit>
+inline bool UnitSingles(int u, CanCommit canCommit) {
+    bool decided = false;
+    unsigned lone = LoneDigits(u);
+    while (lone != 0) {
+        const int d = 31 - __builtin_clz(lone);
+        const CellSet h = State.Holders[d] & UnitSet[u];
+        const int holder = Empty(h) ? -1 : h[0] ? __builtin_ctzll(h[0]) : 64 + __builtin_ctzll(h[1]);
+        if (holder >= 0 && canCommit(holder, d)) {
+            CommitCell(holder, static_cast<std::uint16_t>(1u << d));
+            decided = true;
+            if (Doomed()) break;
+            lone = LoneDigits(u) & ((1u << d) - 1);
+        } else {
+            lone &= ~(1u << d);
+        }
     }
+    return decided;
+}
+
+// One pass of single places, for an empty queue: rows, then column 0, then
+// boxes. A phase that decides anything ends the pass.
+//
+// A commit changes the counts and marks of its own row, column and box only,
+// and a phase visits each of its units once, so the single places found for
+// all units at the start hold for each unit when its turn comes.
+//
+// With checkFirst the pass begins with CheckUnits and answers Broken,
+// deciding nothing, when it fails.
+SinglesResult HiddenSingles(bool checkFirst) {
+    if (checkFirst && !CheckUnits()) return SinglesResult::Broken;
+
+    // The units where some digit has one holder and is missing.
+    std::uint32_t any;
+    {
+        const V16 one = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+        V16 a = {}, b = {};
+        for (int d = 0; d < 9; ++d) {
+            a |= reinterpret_cast<V16>(Load<V16>(State.UnitCount[d]) == one);
+            b |= reinterpret_cast<V16>(Load<V16>(State.UnitCount[d] + 16) == one);
+        }
+        any = (MoveMask(a) | MoveMask(b) << 16) & (kRowUnits | kCol0Unit | kBoxUnits);
+    }
+    if (any == 0) return SinglesResult::Stuck;
 
     bool decided = false;
 
-    // Rows. A digit is committed when it has one holder in the row, that
-    // holder is still undecided, and the digit is not yet done in its box.
-    for (int row = 0; row < 9; ++row) {
-        const std::int32_t missing = 511 & ~RowDone[row] & ~RowTry[row];
-        std::int32_t lone = sw.rowOnce[row] & ~sw.rowTwice[row] & missing;
-        const std::int32_t* r = &Cand[9 * row];
-        while (lone != 0) {
-            const std::int32_t bit = HighBit[lone];
-            int k = 0;
-            while (!(r[k] & bit)) ++k;
-            const int holder = 9 * row + k;
-            if (BitCount[r[k]] > 1 && !(BoxDone[CellBox[holder]] & bit)) {
-                CommitCell(holder, bit);
-                decided = true;
-                lone = Lone(ScanRow(row)) & missing & (bit - 1);
-            } else {
-                lone &= ~bit;
-            }
-        }
+    // Rows. A digit is committed when it is not yet done in the holder's box.
+    for (std::uint32_t rows = any & kRowUnits; rows != 0; rows &= rows - 1) {
+        const int u = __builtin_ctz(rows);
+        decided |= UnitSingles(u, [](int holder, int d) { return !Marked(d, kBoxUnit + CellBox[holder]); });
+        if (decided && Doomed()) return SinglesResult::Decided;
     }
     if (decided) return SinglesResult::Decided;
 
@@ -355,46 +453,41 @@ SinglesResult HiddenSingles(bool checkFirst) {
     // when the walk ran past cell 80, which only column 0 does: this phase
     // commits in column 0 alone, and that is how the game has always searched.
     // The walks of columns 1 to 8 change nothing and are left out.
-    {
-        const std::int32_t missing = 511 & ~ColDone[0] & ~Col0Try;
-        std::int32_t lone = Lone(sw.col0) & missing;
-        while (lone != 0) {
-            const std::int32_t bit = HighBit[lone];
-            int holder = 0;
-            while (!(Cand[holder] & bit)) holder += 9;
-            if (BitCount[Cand[holder]] > 1 && !(BoxDone[CellBox[holder]] & bit)) {
-                CommitCell(holder, bit);
-                decided = true;
-                lone = Lone(ScanCol0()) & missing & (bit - 1);
-            } else {
-                lone &= ~bit;
-            }
-        }
-    }
-    if (decided) return SinglesResult::Decided;
+    if ((any & kCol0Unit) &&
+        UnitSingles(kColUnit, [](int holder, int d) { return !Marked(d, kBoxUnit + CellBox[holder]); }))
+        return SinglesResult::Decided;
 
-    // Boxes, cells in ascending order. Here the holder's row and column must
-    // both still lack the digit.
-    for (int b = 0; b < 9; ++b) {
-        const std::int32_t missing = 511 & ~BoxDone[b] & ~BoxTry[b];
-        std::int32_t lone = Lone(boxes[b]) & missing;
-        const std::int32_t* cells = &BoxCell[9 * b];
-        while (lone != 0) {
-            const std::int32_t bit = HighBit[lone];
-            int k = 0;
-            while (!(Cand[cells[k]] & bit)) ++k;
-            const int holder = cells[k];
-            if (BitCount[Cand[holder]] > 1 && !(ColDone[CellCol[holder]] & bit) &&
-                !(RowDone[CellRow[holder]] & bit)) {
-                CommitCell(holder, bit);
-                decided = true;
-                lone = Lone(ScanBox(b)) & missing & (bit - 1);
-            } else {
-                lone &= ~bit;
-            }
-        }
+    // Boxes. Here the holder's row and column must both still lack the digit.
+    for (std::uint32_t boxes = any & kBoxUnits; boxes != 0; boxes &= boxes - 1) {
+        const int u = __builtin_ctz(boxes);
+        decided |= UnitSingles(u, [](int holder, int d) {
+            return !Marked(d, kRowUnit + CellRow[holder]) && !Marked(d, kColUnit + CellCol[holder]);
+        });
+        if (decided && Doomed()) return SinglesResult::Decided;
     }
     return decided ? SinglesResult::Decided : SinglesResult::Stuck;
+}
+
+// ---- Trial ---------------------------------------------------------------------
+
+// The undecided cells with exactly n candidates (n = 2..9), from the planes.
+inline CellSet CellsWithCount(int n) {
+    const CellSet* const plane = State.CountPlane;
+    CellSet s = AllCells;
+    for (int k = 0; k < 4; ++k) s &= (n >> k) & 1 ? plane[k] : ~plane[k];
+    return s;
+}
+
+// The next cell to try after a trial got stuck: the highest-numbered cell
+// among those with the fewest candidates, never one with all nine, nor the
+// tried cell itself (decided, so not counted). -1 when there is none.
+inline int ChooseNextCell() {
+    for (int n = 2; n < 9; ++n) {
+        const CellSet s = CellsWithCount(n);
+        if (s[1]) return 64 + 63 - __builtin_clzll(s[1]);
+        if (s[0]) return 63 - __builtin_clzll(s[0]);
+    }
+    return -1;
 }
 
 // Tries the candidates of cell from the highest digit down. True when a
@@ -403,38 +496,32 @@ bool SearchCell(int cell) {
     ++SearchCallCount;
     if (Solved) return true;
 
-    // This level's copy of the state: 108 integers and three scalars.
-    std::int32_t savedCand[81];
-    std::int32_t savedRowDone[9];
-    std::int32_t savedColDone[9];
-    std::int32_t savedBoxDone[9];
-    CopyInts<81>(savedCand, Cand);
-    CopyInts<9>(savedRowDone, RowDone);
-    CopyInts<9>(savedColDone, ColDone);
-    CopyInts<9>(savedBoxDone, BoxDone);
+    // This level's copy of the state.
+    SolverState saved;
+    CopyState(saved, State);
     const std::int32_t savedHead = QueueHead;
     const std::int32_t savedTail = QueueTail;
     const std::int32_t savedUnsolved = Unsolved;
+    const bool savedLostDigit = LostDigit;
     std::int32_t tryMask = Cand[cell];
 
-    const int row = CellRow[cell];
-    const int box = CellBox[cell];
-    const bool col0 = CellCol[cell] == 0;
-    const std::int32_t savedRowTry = RowTry[row];
-    const std::int32_t savedBoxTry = BoxTry[box];
-    const std::int32_t savedCol0Try = Col0Try;
-
     for (;;) {
-        // The tried digit goes on the queue but not into the Done arrays.
+        // The tried digit goes on the queue; it is marked as tried in the
+        // units of the cell, not entered as done.
         QueueTail = savedTail + 1;
-        const std::int32_t bit = HighBit[tryMask];
-        Cand[cell] = bit;
+        const std::uint16_t bit = static_cast<std::uint16_t>(HighBit[tryMask]);
+        DecideCell(cell, bit);
+        MarkUnits(MaskDigit[bit] - 1, cell);
         SolveQueue[QueueTail - 1] = cell;
         --Unsolved;
-        RowTry[row] = savedRowTry | bit;
-        BoxTry[box] = savedBoxTry | bit;
-        if (col0) Col0Try = savedCol0Try | bit;
+        const bool open = BitCount[tryMask] > 1;
+        OpenLevels += open;
 
+        // A unit that has lost a digit keeps it lost, so from then on the
+        // trial can only fail: the next CheckUnits sees it, and nothing
+        // before that calls SearchCell. The rest of its work matters only for
+        // the state it leaves, and that is overwritten unless every level of
+        // the path is at its last digit; only then is the trial run out.
         bool stuck = false;
         for (;;) {
             if (Unsolved <= 0) break;
@@ -446,43 +533,26 @@ bool SearchCell(int cell) {
                     break;
                 }
             }
+            if (Doomed()) break;
             PropagateNext();
         }
 
         if (stuck) {
-            // Highest-numbered cell among those with the fewest candidates,
-            // never one with all nine, nor the tried cell itself (which holds
-            // one candidate, so the count test passes it over already).
-            // Counts are compared less 2 and unsigned: n > 1 and n < best.
-            int choice = -1;
-            std::uint32_t best = 9 - 2;
-            for (int i = 80; i >= 0; --i) {
-                const auto n = static_cast<std::uint32_t>(BitCount[Cand[i]] - 2);
-                if (n < best) {
-                    choice = i;
-                    best = n;
-                    if (n == 0) break;
-                }
-            }
+            const int choice = ChooseNextCell();
             if (choice >= 0 && SearchCell(choice)) return true;
         } else if (Unsolved == 0 && CheckUnits()) {
             Solved = true;
             return true;
         }
-
-        RowTry[row] = savedRowTry;
-        BoxTry[box] = savedBoxTry;
-        Col0Try = savedCol0Try;
+        OpenLevels -= open;
 
         if (BitCount[tryMask] == 1) return false;  // last candidate; caller restores
 
         tryMask &= ~bit;
         QueueHead = savedHead;
         Unsolved = savedUnsolved;
-        CopyInts<81>(Cand, savedCand);
-        CopyInts<9>(RowDone, savedRowDone);
-        CopyInts<9>(ColDone, savedColDone);
-        CopyInts<9>(BoxDone, savedBoxDone);
+        LostDigit = savedLostDigit;
+        CopyState(State, saved);
     }
 }
 
@@ -493,26 +563,30 @@ using namespace detail;
 bool LoadBoard(const Board& digits) {
     if (!TablesReady) InitTables();
 
-    for (int k = 0; k < 9; ++k) {
-        RowDone[k] = 0;
-        ColDone[k] = 0;
-        BoxDone[k] = 0;
-        RowTry[k] = 0;
-        BoxTry[k] = 0;
-    }
-    Col0Try = 0;
     QueueHead = 0;
     QueueTail = 0;
     detail::Unsolved = 81;
     SearchCallCount = 0;
 
+    // The empty board: every cell holds all nine digits, every unit each
+    // digit nine times.
+    for (CellSet& h : State.Holders) h = AllCells;
+    State.CountPlane[0] = AllCells;  // 9 = 1001 in binary
+    State.CountPlane[1] = CellSet{0, 0};
+    State.CountPlane[2] = CellSet{0, 0};
+    State.CountPlane[3] = AllCells;
+    for (auto& line : State.UnitCount) {
+        std::memset(line, 9, 27);
+        std::memset(line + 27, 255, 5);
+    }
+    for (int cell = 0; cell < 88; ++cell) Cand[cell] = cell < 81 ? 511 : 0;
+    LostDigit = false;
+    OpenLevels = 0;
+
     // Givens wait in the queue in ascending cell order; no peer is touched yet.
     for (int cell = 0; cell < 81; ++cell) {
         const int digit = digits[cell];
-        if (digit == 0 || digit > 9)
-            Cand[cell] = 511;
-        else
-            CommitCell(cell, DigitMask[digit]);
+        if (digit != 0 && digit <= 9) CommitCell(cell, static_cast<std::uint16_t>(DigitMask[digit]));
     }
 
     // Only a unit with all nine cells filled can fail here.
@@ -523,6 +597,7 @@ bool LoadBoard(const Board& digits) {
 
 bool SolveBoard() {
     SearchCallCount = 0;
+    OpenLevels = 0;
     while (detail::Unsolved > 0) {
         if (QueueHead == QueueTail && HiddenSingles(false) == SinglesResult::Stuck) break;
         PropagateNext();
