@@ -1,0 +1,110 @@
+// Fuzz target: a saved game made of any bytes.
+//
+// The file is named on the command line at start-up (in quotes, which the
+// game removes), then opened again over the running game with LoadGameFile.
+// A file whose first line has 81 characters or more is a game, and its board
+// is that line; any other file is refused with "That file no good." and the
+// board stays as it was. A game that was read is saved and read back and
+// must come back the same. Then a little play, and the close command.
+
+#include <fstream>
+#include <string>
+
+#include "core/vb.h"
+#include "fakes/World.h"
+#include "forms/frmTessuma.h"
+#include "forms/modMain.h"
+#include "fuzz/FuzzSupport.h"
+
+namespace {
+
+// The board line of a file: "|" removed, up to the first CR LF, or (as the
+// reader also takes the lone LF of editors here as a line end) up to the
+// first LF with a CR before it dropped.
+std::string FirstLine(const std::string& text, bool lineFeedEnds) {
+    const std::string t = vb::Remove(text, "|");
+    std::size_t at = t.find(lineFeedEnds ? "\n" : "\r\n");
+    if (at == std::string::npos) return t;
+    if (lineFeedEnds && at > 0 && t[at - 1] == '\r') --at;
+    return t.substr(0, at);
+}
+
+// What a saved game holds.
+struct Game {
+    std::string board, marks, score, level;
+    std::int32_t base = 0, clock = 0;
+    bool operator==(const Game&) const = default;
+};
+
+Game Take(const frmTessuma& f) {
+    return Game{f.BuildBoardState(), f.GetViewPosText(), f.lblScore.Caption, f.lblDifficulty.Caption,
+                f.BaseScore, f.ClockSeconds};
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using fuzz::Require;
+    const std::string text = fuzz::Text(data, size);
+    const std::string crlfLine = FirstLine(text, false), lfLine = FirstLine(text, true);
+
+    World w;
+    if (w.sandbox.empty()) return 0;
+    const std::string path = w.Path("game.tsm");
+    {
+        std::ofstream out(path, std::ios::binary);
+        out << text;
+    }
+    w.commandLine = "\"" + path + "\"";
+    Program p(w.MakePorts());
+    p.Main();
+    Require(p.Running && p.MainForm != nullptr, "the game starts with any file on its command line");
+    frmTessuma& f = *p.MainForm;
+
+    const bool loaded = !f.BoardState.empty();
+    if (!loaded) {
+        Require(lfLine.size() < 81, "a file with 81 characters on its first line is a game");
+        Require(w.messages.lastText == "That file no good.", "a file that is no game is refused");
+        Require(!f.tmrClock.Enabled, "a refused file deals no board");
+    } else {
+        const std::string board = f.BuildBoardState();
+        Require(crlfLine.size() >= 81, "a file with less than 81 characters on its first line is refused");
+        Require(board == crlfLine.substr(0, 81) || (lfLine.size() >= 81 && board == lfLine.substr(0, 81)),
+                "the board is the first line of the file");
+    }
+
+    // A tick, then the same file over the running game.
+    if (f.tmrClock.Enabled) f.tmrClock_Timer();
+    const Game before = Take(f);
+    const int messages = w.messages.count;
+    f.LoadGameFile(path);
+    if (!loaded) {
+        Require(Take(f) == before, "a refused file leaves the game as it was");
+        Require(w.messages.count == messages + 1, "a refused file is told");
+    } else {
+        // Saved and read back, the game is the same.
+        const Game loaded = Take(f);
+        const int shown = w.messages.count;
+        f.WriteGameFile(w.Path("copy"));
+        Require(w.messages.count == shown && !f.PuzzleDirty, "the game saves into the sandbox");
+        f.LoadGameFile(w.Path("copy.tsm"));
+        Require(Take(f) == loaded, "a saved game reads back the same");
+    }
+
+    // A little play on whatever board there is, then the close command; the
+    // question about the unsaved game is closed unanswered. The solve
+    // command is left out on a board with a digit twice in a unit: the
+    // solver has no limit on effort and may search for minutes before it
+    // gives up there, which is slow by design, not broken.
+    if (f.tmrClock.Enabled) f.tmrClock_Timer();
+    f.UpdateViewPossible();
+    f.mnuFillRandomSquare_Click();
+    bool doubled = false;
+    f.FindDuplicate(doubled);
+    if (!doubled) {
+        w.popups.answers.push_back(MenuAnswer{false, "mnuSolvePuzzle", -1});
+        f.cmdSideNav_Click(4);  // the hint menu: solve the rest
+    }
+    f.cmdClose_Click();
+    return 0;
+}
