@@ -10,8 +10,10 @@
 #include "dialogs/QtDialogHost.h"
 #include "forms/modMain.h"
 #include "net/QtDownloader.h"
+#include "platform/QtInstallPaths.h"
 #include "platform/QtPlatform.h"
 #include "settings/QtSettingsStore.h"
+#include "view/BenchHooks.h"
 #include "view/Look.h"
 #include "view/MessageDialog.h"
 #include "view/QtPrinter.h"
@@ -28,6 +30,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
     look::LoadFonts();
+    benchhooks::Install();  // only when the whole-program benchmarks ask
 
     // The whole command line is one path of a saved game.
     QStringList args = app.arguments();
@@ -63,7 +66,8 @@ int main(int argc, char** argv) {
     ports.music = &music;
     ports.shell = &shell;
     ports.download = &download;
-    ports.programDir = QCoreApplication::applicationDirPath().toStdString();
+    // The songs lie beside the program in a build, under share/ once installed.
+    ports.programDir = ProgramDataDir();
     ports.commandLine = commandLine;
     // The dialogs' profile lives beside the settings: ~/.config/Tessuma.
     ports.profileDir =

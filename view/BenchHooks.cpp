@@ -96,7 +96,7 @@ private:
     void Quit() {
         stage_ = Stage::Done;
         std::fflush(stdout);
-        QCoreApplication::quit();
+        QCoreApplication::exit(0);  // leaves the loop; quit() would close the window and ask to save
     }
 
     int level_;

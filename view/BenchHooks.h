@@ -14,8 +14,8 @@
 //           tessuma-bench: deal rss-kb N hwm-kb N
 //       and quit.
 //
-// Quitting leaves the event loop as the desktop's quit does: the close
-// command does not run, so no setting is written.
+// Quitting leaves the event loop at once: the close command does not run,
+// so nothing is asked and no setting is written.
 
 namespace benchhooks {
 
