@@ -19,6 +19,7 @@ struct QtMusicDevice::Device {
     long stopAt = -1;           // where a partial play halts, -1 for the end
     bool haltedAtMark = false;  // a partial play reached stopAt
     long pendingFrom = -1;      // a start position asked for before the media was loaded
+    qint64 reached = 0;         // the furthest place reported since the last play
 
     bool Loaded() const
     {
@@ -84,8 +85,11 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path)
         case QMediaPlayer::EndOfMedia: {
             // A report of the end may arrive late, after the song was started
             // again from an earlier place: only a player near its end ends.
+            // The player's own position may already be back at 0 by now, so
+            // the furthest place reported since that start counts as well.
             const qint64 duration = d->player->duration();
-            if (duration <= 0 || d->player->position() >= duration - 1500) d->ended = true;
+            const qint64 at = std::max(d->player->position(), d->reached);
+            if (duration <= 0 || at >= duration - 1500) d->ended = true;
             break;
         }
         case QMediaPlayer::InvalidMedia:
@@ -102,6 +106,7 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path)
             d->failed = true;
     });
     QObject::connect(player, &QMediaPlayer::positionChanged, player, [d](qint64 position) {
+        d->reached = std::max(d->reached, position);
         if (d->stopAt >= 0 && !d->haltedAtMark && position >= d->stopAt) {
             d->haltedAtMark = true;
             d->player->pause();
@@ -126,6 +131,7 @@ int QtMusicDevice::Play(const std::string& alias, long from, long to)
     d->stopAt = (to < 0 || (length >= 0 && to >= length)) ? -1 : to;
     d->haltedAtMark = false;
     d->ended = false;
+    d->reached = from;
     if (length >= 0 && from == length) {
         d->ended = true;  // nothing left to play
         d->player->pause();
