@@ -5,6 +5,9 @@
 #include <QIcon>
 #include <QStandardPaths>
 
+#include <memory>
+
+#include "audio/HeldAudio.h"
 #include "audio/QtMusicDevice.h"
 #include "audio/QtSoundEffects.h"
 #include "dialogs/QtDialogHost.h"
@@ -14,6 +17,7 @@
 #include "platform/QtPlatform.h"
 #include "settings/QtSettingsStore.h"
 #include "view/BenchHooks.h"
+#include "view/FirstFrame.h"
 #include "view/Look.h"
 #include "view/MessageDialog.h"
 #include "view/QtPrinter.h"
@@ -46,8 +50,9 @@ int main(int argc, char** argv) {
     QtMessageHost messages;
     QtPopupHost popups;
     QtDialogHost dialogs;
-    QtSoundEffects sounds;
-    QtMusicDevice music;
+    // The audio devices are made once the window is up (see below).
+    HeldSoundEffects sounds([] { return std::make_unique<QtSoundEffects>(); });
+    HeldMusicDevice music([] { return std::make_unique<QtMusicDevice>(); });
     QtShell shell;
     QtDownloader download;
 
@@ -92,6 +97,13 @@ int main(int argc, char** argv) {
     program.ports.printer = &printer;
     messages.SetOwner(&window);
     display.onModeChanged = [&window](bool full) { window.SetFullScreenMode(full); };
+
+    // Music and sounds wait for the first frame: bringing up the system's
+    // audio takes longer than drawing the window.
+    AfterFirstFrame(&window, [&sounds, &music] {
+        sounds.Release();
+        music.Release();
+    });
 
     program.Main();
     if (!program.Running) return 0;

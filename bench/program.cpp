@@ -199,8 +199,8 @@ void BM_FirstFrame(benchmark::State& state) {
     }
     const double n = static_cast<double>(state.iterations());
     if (n > 0) {
-        state.counters["first_frame_ms"] = sum / n * 1e3;
-        state.counters["first_frame_max_ms"] = worst * 1e3;
+        state.counters["mean_ms"] = sum / n * 1e3;
+        state.counters["worst_ms"] = worst * 1e3;
         state.counters["rss_MB"] = rss / 1024.0;
         state.counters["hwm_MB"] = hwm / 1024.0;
     }
@@ -227,8 +227,8 @@ void BM_DealToPaint(benchmark::State& state) {
     }
     const double n = static_cast<double>(state.iterations());
     if (n > 0) {
-        state.counters["deal_ms"] = sum / n * 1e3;
-        state.counters["deal_max_ms"] = worst * 1e3;
+        state.counters["mean_ms"] = sum / n * 1e3;
+        state.counters["worst_ms"] = worst * 1e3;
         state.counters["rss_MB"] = rss / 1024.0;
         state.counters["hwm_MB"] = hwm / 1024.0;
     }

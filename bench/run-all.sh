@@ -56,14 +56,14 @@ TESSUMA_BENCH_PUZZLES="$OUT/banks.txt" "$BUILD/bench_solver" --benchmark_filter=
 # A counter of a benchmark row from Google Benchmark's CSV.
 counter() {  # FILE ROW-NAME COLUMN
   awk -F, -v row="$2" -v col="$3" '
-    NR == 1 || /^name,/ { for (i = 1; i <= NF; i++) h[$i] = i; next }
+    NR == 1 || /^name,/ { for (i = 1; i <= NF; i++) { k = $i; gsub(/"/, "", k); h[k] = i }; next }
     { name = $1; gsub(/"/, "", name) }
     name == row && (col in h) { print $h[col]; exit }' "$1"
 }
 fmt() { awk -v v="$1" -v d="$2" 'BEGIN { if (v == "") print "-"; else printf "%.*f\n", d, v }'; }
 
-ff=$(counter "$OUT/program.csv" "BM_FirstFrame/iterations:10/manual_time" first_frame_ms)
-ffmax=$(counter "$OUT/program.csv" "BM_FirstFrame/iterations:10/manual_time" first_frame_max_ms)
+ff=$(counter "$OUT/program.csv" "BM_FirstFrame/iterations:10/manual_time" mean_ms)
+ffmax=$(counter "$OUT/program.csv" "BM_FirstFrame/iterations:10/manual_time" worst_ms)
 rss=$(counter "$OUT/program.csv" "BM_FirstFrame/iterations:10/manual_time" rss_MB)
 hwm=$(counter "$OUT/program.csv" "BM_FirstFrame/iterations:10/manual_time" hwm_MB)
 pps=$(counter "$OUT/solver.csv" "BM_PuzzleSet" puzzles_per_s)
@@ -79,9 +79,9 @@ printf '| %-44s | %-26s | %-10s |\n' "First frame, exec to painted (mean / worst
 printf '| %-44s | %-26s | %-10s |\n' "Resident memory after start (VmRSS / VmHWM)" "$(fmt "$rss" 1) / $(fmt "$hwm" 1) MB" "< 60 MB"
 for level in 0 1 2 3; do
   row="BM_DealToPaint/$level/iterations:5/manual_time"
-  d=$(counter "$OUT/program.csv" "$row" deal_ms)
+  d=$(counter "$OUT/program.csv" "$row" mean_ms)
   [ -z "$d" ] && continue
-  dmax=$(counter "$OUT/program.csv" "$row" deal_max_ms)
+  dmax=$(counter "$OUT/program.csv" "$row" worst_ms)
   drss=$(counter "$OUT/program.csv" "$row" rss_MB)
   dhwm=$(counter "$OUT/program.csv" "$row" hwm_MB)
   printf '| %-44s | %-26s | %-10s |\n' "Deal to painted board, level $level (mean / worst)" "$(fmt "$d" 1) / $(fmt "$dmax" 1) ms" "<= 16 ms"

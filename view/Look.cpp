@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFontDatabase>
 #include <QHash>
+#include <QResource>
 
 namespace look {
 
@@ -24,9 +25,18 @@ void LoadFonts() {
     static bool done = false;
     if (done) return;
     done = true;
+    // The fonts are stored uncompressed in the program: the font database
+    // reads them where they lie, and only the parts it uses are ever loaded.
     QDir dir(":/fonts");
-    for (const QString& file : dir.entryList({"*.ttf", "*.otf", "*.TTF", "*.OTF"}, QDir::Files, QDir::Name))
-        QFontDatabase::addApplicationFont(dir.filePath(file));
+    for (const QString& file : dir.entryList({"*.ttf", "*.otf", "*.TTF", "*.OTF"}, QDir::Files, QDir::Name)) {
+        const QResource font(dir.filePath(file));
+        if (!font.isValid()) continue;
+        if (font.compressionAlgorithm() == QResource::NoCompression)
+            QFontDatabase::addApplicationFontFromData(
+                QByteArray::fromRawData(reinterpret_cast<const char*>(font.data()), font.size()));
+        else
+            QFontDatabase::addApplicationFontFromData(font.uncompressedData());
+    }
 }
 
 static QFont Make(const QString& family, double points, bool bold, bool underline) {

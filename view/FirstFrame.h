@@ -1,0 +1,10 @@
+#pragma once
+// Runs a piece of work once a window's first frame has been painted (or,
+// should it never be painted, after a while anyway): slow set-up that the
+// player need not wait for.
+
+#include <functional>
+
+class QWidget;
+
+void AfterFirstFrame(QWidget* window, std::function<void()> work, int latestMs = 2000);
