@@ -180,22 +180,26 @@ void Warm(benchmark::State& state) {
     warmed = true;
 }
 
-void BM_FirstFrame(benchmark::State& state) {
+// Starts the game once per iteration (dealing at `level`, or not below 0) and
+// reports the mean and worst of the figure that `seconds` takes from each
+// report, with the highest memory of the stage `stage` ("start" or "deal").
+template <class Seconds>
+void Measure(benchmark::State& state, int level, const char* stage, Seconds seconds) {
     Warm(state);
     double sum = 0, worst = 0, rss = 0, hwm = 0;
     for (auto _ : state) {
         Report r;
         std::string error;
-        if (!RunGame(-1, r, error)) {
+        if (!RunGame(level, r, error)) {
             state.SkipWithError(error.c_str());
             break;
         }
-        const double seconds = static_cast<double>(r["first-frame-ns"] - r["exec-ns"]) * 1e-9;
-        state.SetIterationTime(seconds);
-        sum += seconds;
-        worst = std::max(worst, seconds);
-        rss = std::max(rss, static_cast<double>(r["start rss-kb"]));
-        hwm = std::max(hwm, static_cast<double>(r["start hwm-kb"]));
+        const double s = seconds(r);
+        state.SetIterationTime(s);
+        sum += s;
+        worst = std::max(worst, s);
+        rss = std::max(rss, static_cast<double>(r[std::string(stage) + " rss-kb"]));
+        hwm = std::max(hwm, static_cast<double>(r[std::string(stage) + " hwm-kb"]));
     }
     const double n = static_cast<double>(state.iterations());
     if (n > 0) {
@@ -205,33 +209,16 @@ void BM_FirstFrame(benchmark::State& state) {
         state.counters["hwm_MB"] = hwm / 1024.0;
     }
 }
+
+void BM_FirstFrame(benchmark::State& state) {
+    Measure(state, -1, "start",
+            [](Report& r) { return static_cast<double>(r["first-frame-ns"] - r["exec-ns"]) * 1e-9; });
+}
 BENCHMARK(BM_FirstFrame)->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
 
 void BM_DealToPaint(benchmark::State& state) {
-    Warm(state);
-    const int level = static_cast<int>(state.range(0));
-    double sum = 0, worst = 0, rss = 0, hwm = 0;
-    for (auto _ : state) {
-        Report r;
-        std::string error;
-        if (!RunGame(level, r, error)) {
-            state.SkipWithError(error.c_str());
-            break;
-        }
-        const double seconds = static_cast<double>(r["deal-ns"]) * 1e-9;
-        state.SetIterationTime(seconds);
-        sum += seconds;
-        worst = std::max(worst, seconds);
-        rss = std::max(rss, static_cast<double>(r["deal rss-kb"]));
-        hwm = std::max(hwm, static_cast<double>(r["deal hwm-kb"]));
-    }
-    const double n = static_cast<double>(state.iterations());
-    if (n > 0) {
-        state.counters["mean_ms"] = sum / n * 1e3;
-        state.counters["worst_ms"] = worst * 1e3;
-        state.counters["rss_MB"] = rss / 1024.0;
-        state.counters["hwm_MB"] = hwm / 1024.0;
-    }
+    Measure(state, static_cast<int>(state.range(0)), "deal",
+            [](Report& r) { return static_cast<double>(r["deal-ns"]) * 1e-9; });
 }
 BENCHMARK(BM_DealToPaint)->DenseRange(0, 3)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
