@@ -223,11 +223,11 @@ def bass_note(pc, low=36):
 
 
 class Song:
-    def __init__(self, spec):
-        self.spec = spec
-        self.rng = np.random.default_rng(spec["seed"])
-        self.bpm = spec["bpm"]
-        self.beats = spec["beats"]
+    def __init__(self, plan):
+        self.plan = plan
+        self.rng = np.random.default_rng(plan["seed"])
+        self.bpm = plan["bpm"]
+        self.beats = plan["beats"]
         self.events = []  # (seconds, fn, midi, hold seconds, vel, gain, pan, send)
         self.hits = []    # (seconds, kind, vel, gain, pan, send)
         self.cursor = 0   # beats from the start of the song
@@ -235,7 +235,7 @@ class Song:
     # Time ---------------------------------------------------------------
 
     def seconds(self, beat):
-        if self.spec["swing"]:
+        if self.plan["swing"]:
             whole = np.floor(beat)
             frac = beat - whole
             frac = frac * 4.0 / 3.0 if frac <= 0.5 else 2.0 / 3.0 + (frac - 0.5) * 2.0 / 3.0
@@ -256,7 +256,7 @@ class Song:
     # Parts --------------------------------------------------------------
 
     def arrange(self):
-        sp = self.spec
+        sp = self.plan
         voicing = None
         for name, opts in sp["form"]:
             chord_text, melody_text = sp["sections"][name]
@@ -309,7 +309,7 @@ class Song:
             self.cursor += hi - lo
 
     def comp(self, at, length, voicing):
-        sp = self.spec
+        sp = self.plan
         fn = sp["comp"]
         if self.beats == 3:
             # Waltz: the harp answers the bass on beats two and three.
@@ -330,7 +330,7 @@ class Song:
                     self.note(fn, at + b + 0.01 * k, min(ln, length - b), m, 0.55, 0.24, -0.25 + 0.15 * k, 0.3)
 
     def bass(self, at, length, chord, chords, beat):
-        sp = self.spec
+        sp = self.plan
         fn = sp["bass"]
         root = bass_note(chord.bass)
         fifth = bass_note(chord.fifth())
@@ -360,7 +360,7 @@ class Song:
     def drums(self, start, length, style, hold_from):
         if not style:
             return
-        swing = self.spec["swing"]
+        swing = self.plan["swing"]
         for b in range(int(round(length))):
             at = start + b
             in_bar = b % self.beats
@@ -396,7 +396,7 @@ class Song:
     # Rendering ----------------------------------------------------------
 
     def render(self):
-        sp = self.spec
+        sp = self.plan
         end = self.seconds(self.cursor) + 3.0
         mix = s.Mixer(end)
         drum_rng = np.random.default_rng(sp["seed"] + 1)
@@ -431,9 +431,9 @@ class Song:
         return s.normalise(out, SONG_DB, measure=s.mean_loudness_db, ceiling_db=-1.5)
 
 
-def encode(wav, mp3, spec):
+def encode(wav, mp3, plan):
     cmd = ["lame", "--quiet", "--noreplaygain", "-m", "j", "--cbr", "-b", "112", "-q", "2",
-           "--tt", spec["title"], "--ta", "Tessuma Sudoku", "--tl", "Tessuma Sudoku",
+           "--tt", plan["title"], "--ta", "Tessuma Sudoku", "--tl", "Tessuma Sudoku",
            "--add-id3v2", wav, mp3]
     subprocess.run(cmd, check=True)
 
@@ -446,21 +446,21 @@ def main(argv):
     if shutil.which("lame") is None:
         sys.exit("lame is needed to encode the songs (Debian package lame)")
     only = os.environ.get("TESSUMA_SONG")
-    for spec in SONGS:
-        if only and spec["file"] != only:
+    for plan in SONGS:
+        if only and plan["file"] != only:
             continue
-        song = Song(spec)
+        song = Song(plan)
         song.arrange()
         audio = song.render()
         with tempfile.TemporaryDirectory() as tmp:
-            wav = os.path.join(tmp, spec["file"] + ".wav")
-            s.write_wav(wav, audio, np.random.default_rng(spec["seed"] + 4))
-            mp3 = os.path.join(out_dir, spec["file"] + ".mp3")
-            encode(wav, mp3, spec)
+            wav = os.path.join(tmp, plan["file"] + ".wav")
+            s.write_wav(wav, audio, np.random.default_rng(plan["seed"] + 4))
+            mp3 = os.path.join(out_dir, plan["file"] + ".mp3")
+            encode(wav, mp3, plan)
             if keep_wav:
-                shutil.copy(wav, os.path.join(out_dir, spec["file"] + ".wav"))
+                shutil.copy(wav, os.path.join(out_dir, plan["file"] + ".wav"))
         print("%s  %-13s %5.1f s  %d notes  mean %.1f dB  peak %.1f dBFS  %d kB" % (
-            mp3, spec["title"], audio.shape[1] / s.SR, len(song.events) + len(song.hits),
+            mp3, plan["title"], audio.shape[1] / s.SR, len(song.events) + len(song.hits),
             s.mean_loudness_db(audio), s.peak_db(audio), os.path.getsize(mp3) // 1024))
 
 
