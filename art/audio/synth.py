@@ -87,31 +87,31 @@ def gate(n, hold, release):
 def shaped_noise(n, rng, lo=20.0, hi=20000.0, order=2):
     """White noise band-limited with smooth high- and low-pass slopes."""
     x = rng.standard_normal(n)
-    spec = np.fft.rfft(x)
+    spectrum = np.fft.rfft(x)
     f = np.fft.rfftfreq(n, 1.0 / SR)
     f[0] = 1e-3
     mask = 1.0 / np.sqrt(1.0 + (lo / f) ** (2 * order))
     mask /= np.sqrt(1.0 + (f / hi) ** (2 * order))
-    y = np.fft.irfft(spec * mask, n)
+    y = np.fft.irfft(spectrum * mask, n)
     rms = np.sqrt(np.mean(y * y)) or 1.0
     return y / rms
 
 
 def lowpass_fft(x, cutoff, order=2):
     n = x.shape[-1]
-    spec = np.fft.rfft(x, axis=-1)
+    spectrum = np.fft.rfft(x, axis=-1)
     f = np.fft.rfftfreq(n, 1.0 / SR)
     mask = 1.0 / np.sqrt(1.0 + (f / cutoff) ** (2 * order))
-    return np.fft.irfft(spec * mask, n, axis=-1)
+    return np.fft.irfft(spectrum * mask, n, axis=-1)
 
 
 def highpass_fft(x, cutoff, order=2):
     n = x.shape[-1]
-    spec = np.fft.rfft(x, axis=-1)
+    spectrum = np.fft.rfft(x, axis=-1)
     f = np.fft.rfftfreq(n, 1.0 / SR)
     f[0] = 1e-3
     mask = 1.0 / np.sqrt(1.0 + (cutoff / f) ** (2 * order))
-    return np.fft.irfft(spec * mask, n, axis=-1)
+    return np.fft.irfft(spectrum * mask, n, axis=-1)
 
 
 # --------------------------------------------------------------------------
@@ -391,12 +391,12 @@ def convolve(x, h):
 def k_weighted(x):
     """Rough loudness weighting: cut the deep lows, lift the presence range."""
     n = x.shape[-1]
-    spec = np.fft.rfft(x, axis=-1)
+    spectrum = np.fft.rfft(x, axis=-1)
     f = np.fft.rfftfreq(n, 1.0 / SR)
     f[0] = 1e-3
     hp = 1.0 / np.sqrt(1.0 + (60.0 / f) ** 4)
     shelf = 1.0 + 0.58 / (1.0 + (1500.0 / f) ** 2)  # about +4 dB above 1.5 kHz
-    return np.fft.irfft(spec * hp * shelf, n, axis=-1)
+    return np.fft.irfft(spectrum * hp * shelf, n, axis=-1)
 
 
 def loudness_db(x, window=0.05):
