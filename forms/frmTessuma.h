@@ -214,6 +214,7 @@ public:
     void mnuEnterPuzzle_Click();
     void FinishOwnPuzzle();
     void CancelOwnPuzzle();
+    void ShowPanelsAfterOwnPuzzle();
     void mnuCancelNewPuzzle_Click();
     void mnuFillRandomSquare_Click();
     void mnuClearSolvedSquares_Click();

@@ -227,6 +227,13 @@ void frmTessuma::FinishOwnPuzzle() {
     mnuFillRandomSquare.Enabled = true;
     mnuClearSolvedSquares.Enabled = false;
 
+    ShowPanelsAfterOwnPuzzle();
+    RecalcPossible();
+}
+
+// The side buttons and, when they were open, the options come back once the
+// typed grid is finished or dropped.
+void frmTessuma::ShowPanelsAfterOwnPuzzle() {
     std::int16_t count = 0;
     SetSideNavVisible(true, count);
     if (OptionsShown) {
@@ -235,7 +242,6 @@ void frmTessuma::FinishOwnPuzzle() {
     }
     cmdShowOptions.Visible = true;
     cmdHideOptions.Visible = OptionsShown;
-    RecalcPossible();
 }
 
 // Side button 8: drops the typed grid; the board is left empty.
@@ -258,14 +264,7 @@ void frmTessuma::CancelOwnPuzzle() {
     mnuFillRandomSquare.Enabled = false;
     mnuClearSolvedSquares.Enabled = false;
 
-    std::int16_t count = 0;
-    SetSideNavVisible(true, count);
-    if (OptionsShown) {
-        count = 0;
-        SetOptionsVisible(true, count);
-    }
-    cmdShowOptions.Visible = true;
-    cmdHideOptions.Visible = OptionsShown;
+    ShowPanelsAfterOwnPuzzle();
     lblOption[8].Visible = false;
     lblUnderscore[4].Visible = false;
 }
