@@ -17,6 +17,7 @@
 #include "platform/QtPlatform.h"
 #include "settings/QtSettingsStore.h"
 #include "view/BenchHooks.h"
+#include "view/FormView.h"
 #include "view/FirstFrame.h"
 #include "view/Look.h"
 #include "view/MessageDialog.h"
@@ -29,7 +30,8 @@ int main(int argc, char** argv) {
     Q_INIT_RESOURCE(sounds);
     QApplication::setApplicationName("Tessuma");
     QApplication::setOrganizationName("Tessuma");
-    QApplication::setApplicationDisplayName("Tessuma Sudoku");
+    // No application display name: Qt would append it to every window
+    // title, and the message box has none. The main window names itself.
     QApplication::setDesktopFileName("tessuma");
     QApplication app(argc, argv);
     app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
@@ -107,5 +109,8 @@ int main(int argc, char** argv) {
 
     program.Main();
     if (!program.Running) return 0;
+    // The form's load went on after the window first showed it (the song
+    // timer, a game named on the command line): show it as it stands now.
+    if (window.View()) window.View()->Sync();
     return app.exec();
 }

@@ -58,8 +58,11 @@ void HeldSoundEffects::Release() {
     released_ = true;
     if (make_) real_ = make_();
     make_ = nullptr;
+    if (real_ && pending_) real_->Play(pending_);
+    pending_ = 0;
 }
 
 void HeldSoundEffects::Play(int effect) {
-    if (real_) real_->Play(effect);
+    if (!released_) pending_ = effect;
+    else if (real_) real_->Play(effect);
 }

@@ -11,8 +11,9 @@
 //                    known yet"), and on Release() makes the real device and
 //                    replays the calls on it in their order, so the song the
 //                    game started is the song that plays.
-//   HeldSoundEffects drops effects asked for before Release(): a sound for a
-//                    moment the player never saw is better lost.
+//   HeldSoundEffects keeps the last effect asked for before Release() and
+//                    plays it then (a later effect replaces an earlier one
+//                    anyway), so the start sound comes a moment late, not never.
 //
 // After Release() both pass every call straight through.
 
@@ -68,4 +69,5 @@ private:
     Maker make_;
     std::unique_ptr<ISoundEffects> real_;
     bool released_ = false;
+    int pending_ = 0;  // the effect asked for while held, 0 for none
 };

@@ -1,15 +1,18 @@
 #pragma once
-// The game's seven sound effects, played through Qt Multimedia.
+// The game's seven sound effects, played by Qt Multimedia's own effect
+// player, QSoundEffect.
 //
-// The effects are WAVE files compiled into the program (":/sounds/101.wav" to
-// ":/sounds/107.wav"). They are read and decoded once, at construction, and
-// played from memory through one audio sink: a new effect cuts off the one
-// still playing, nothing is queued and nothing is mixed. Play() only posts
-// the request to a small audio thread and returns at once, so a sound goes on
-// while the game thread is busy (the solver blocks it). Without a sound
-// device, or with a sink that fails, the game goes on in silence. Whether
-// sounds are switched on is the caller's business. Create it after the
-// application object and destroy it before.
+// The effects are PCM WAVE files compiled into the program
+// (":/sounds/101.wav" to ":/sounds/107.wav"), loaded once into Qt's sample
+// cache and played from memory. Each sound gets a player of its own, made
+// for the default output of the moment: on PulseAudio a QSoundEffect played
+// a second time misses every other start (it still reports playing long
+// after its sound ended), while a fresh player on the cached sample never
+// does, and it follows the sound server when that restarts. A new effect
+// stops the one still playing: nothing is queued and nothing is mixed.
+// Play() returns at once. Without a sound device the game goes on in silence.
+// Whether sounds are switched on is the caller's business. Create it after
+// the application object and destroy it before.
 
 #include <QByteArray>
 #include <QString>
@@ -20,8 +23,7 @@
 
 #include "platform/Ports.h"
 
-class QThread;
-class EffectPlayer;
+class QSoundEffect;
 
 // The samples of one RIFF WAVE file with plain PCM data.
 struct WavePcm {
@@ -43,8 +45,6 @@ public:
 
     QtSoundEffects();
     ~QtSoundEffects() override;
-    QtSoundEffects(const QtSoundEffects&) = delete;
-    QtSoundEffects& operator=(const QtSoundEffects&) = delete;
 
     // Starts the effect (101..107) and returns at once; other numbers are ignored.
     void Play(int effect) override;
@@ -56,20 +56,19 @@ public:
     static std::optional<WavePcm> LoadResource(int effect);
     static QString ResourcePath(int effect);
 
-    // Brings 16-bit PCM at 44.1 kHz, mono or stereo, to the sink's format
-    // (16 bit, 44.1 kHz, stereo); empty for anything else.
-    static QByteArray ToSinkFormat(const WavePcm& pcm);
-
-    // How many of the seven effects are ready to play.
-    int LoadedCount() const;
-    // The effect that was started last and may still be sounding, or 0 once
-    // it has run out (or when nothing can play). Follows the audio thread.
+    // How many of the seven effects are plain PCM waves that the player takes.
+    int LoadedCount() const { return loaded_; }
+    // The effect sounding now, or 0.
     int Playing() const;
-    // How many effects went to a sound device so far.
-    int Started() const;
+    // How many effects were handed to a player so far.
+    int Started() const { return started_; }
 
 private:
-    std::array<QByteArray, LastEffect - FirstEffect + 1> pcm_;  // in the sink's format
-    QThread* thread_ = nullptr;
-    EffectPlayer* player_ = nullptr;  // lives in thread_
+    // One loaded player per effect, never played: they keep the samples in
+    // Qt's cache, so that a new player starts at once.
+    std::array<std::unique_ptr<QSoundEffect>, LastEffect - FirstEffect + 1> cache_;
+    std::unique_ptr<QSoundEffect> current_;
+    int currentEffect_ = 0;
+    int loaded_ = 0;
+    int started_ = 0;
 };

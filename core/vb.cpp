@@ -1,12 +1,31 @@
 #include "core/vb.h"
 
 #include <cctype>
+#include <charconv>
 #include <climits>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace vb {
+
+namespace {
+
+// Numbers in settings, saved games and the version file are written and read
+// the same in every locale: never through strtod or printf, which follow the
+// user's decimal comma once the application has set the locale.
+double ParsePlain(std::string_view num) {
+    if (!num.empty() && num.front() == '+') num.remove_prefix(1);
+    double v = 0.0;
+    const auto [end, ec] = std::from_chars(num.data(), num.data() + num.size(), v);
+    if (ec == std::errc::result_out_of_range) {
+        // Only a run of digits too long for a double gets here: huge when
+        // its whole part is not nought, else as good as nought.
+        const std::string_view whole = num.substr(0, num.find('.'));
+        return whole.find_first_not_of("-0") == std::string_view::npos ? 0.0 : HUGE_VAL;
+    }
+    return ec == std::errc() ? v : 0.0;
+}
+
+}  // namespace
 
 std::string LCase(std::string_view s) {
     std::string r(s);
@@ -37,7 +56,7 @@ double Val(std::string_view s) {
         }
     }
     if (!digits) return 0.0;
-    double v = std::strtod(num.c_str(), nullptr);
+    double v = ParsePlain(num);
     if (!std::isfinite(v)) return 0.0;
     return v;
 }
@@ -54,7 +73,7 @@ bool TryCLng(std::string_view s, std::int32_t& out) {
         else return false;
     }
     if (!digits) return false;
-    double v = std::strtod(t.c_str(), nullptr);
+    double v = ParsePlain(t);
     if (!std::isfinite(v) || v > INT32_MAX || v < INT32_MIN) return false;
     out = CLng(v);
     return true;
@@ -75,12 +94,10 @@ std::string Str(long long n) { return std::to_string(n); }
 std::string NumText(double x) {
     if (!std::isfinite(x)) return "0";
     if (x == std::floor(x) && std::fabs(x) < 1e15) return std::to_string(static_cast<long long>(x));
+    // The shortest text that reads back as the same number, with a point.
     char buf[64];
-    for (int prec = 1; prec <= 17; ++prec) {
-        std::snprintf(buf, sizeof buf, "%.*g", prec, x);
-        if (std::strtod(buf, nullptr) == x) break;
-    }
-    return buf;
+    const auto res = std::to_chars(buf, buf + sizeof buf, x, std::chars_format::general);
+    return std::string(buf, res.ptr);
 }
 
 std::string Remove(std::string_view s, std::string_view what) {

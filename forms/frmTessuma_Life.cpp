@@ -35,6 +35,15 @@ static void PlaceFromSettings(frmTessuma& f) {
     std::int32_t v = 0;
     f.Left = vb::TryCLng(GetData(store, "ScreenPos/Left", vb::NumText(defLeft), ""), v) ? v : vb::CLng(defLeft);
     f.Top = vb::TryCLng(GetData(store, "ScreenPos/Top", vb::NumText(defTop), ""), v) ? v : vb::CLng(defTop);
+    // A place off every screen (a monitor unplugged since, a hand-edited
+    // file) would open the borderless window where it can't be dragged back:
+    // centred on the primary screen instead.
+    const std::vector<place::PixelRect> screens = f.ports.screen->Screens();
+    if (!screens.empty() && !place::GripOnScreen(f.Left / twX, f.Top / twY, f.Width / twX, screens)) {
+        const place::PixelRect& primary = screens.front();
+        f.Left = (primary.x * 2 + primary.w) * twX / 2 - f.Width / 2;
+        f.Top = (primary.y * 2 + primary.h) * twY / 2 - f.Height / 2;
+    }
 }
 
 // Start-up, options, closing, message box, sounds.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/Random.h"
+#include "core/WindowPlace.h"
 
 class frmMessage;
 
@@ -32,6 +33,8 @@ public:
     virtual int HeightPixels() = 0;
     virtual int TwipsPerPixelX() { return 15; }
     virtual int TwipsPerPixelY() { return 15; }
+    // Every screen's place on the desktop in pixels, the primary first.
+    virtual std::vector<place::PixelRect> Screens() { return {{0, 0, WidthPixels(), HeightPixels()}}; }
 };
 
 // Changing the display mode. Returns the platform's result code for one

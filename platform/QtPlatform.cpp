@@ -56,6 +56,22 @@ int QtDisplay::WidthPixels() {
     return s ? s->geometry().width() : 1024;
 }
 
+std::vector<place::PixelRect> QtDisplay::Screens() {
+    if (fullScreen_) return {{0, 0, 640, 480}};
+    std::vector<place::PixelRect> out;
+    QList<QScreen*> screens = QGuiApplication::screens();
+    if (QScreen* primary = QGuiApplication::primaryScreen()) {
+        screens.removeAll(primary);
+        screens.prepend(primary);
+    }
+    for (const QScreen* s : screens) {
+        const QRect g = s->geometry();
+        out.push_back({g.x(), g.y(), g.width(), g.height()});
+    }
+    if (out.empty()) out.push_back({0, 0, WidthPixels(), HeightPixels()});
+    return out;
+}
+
 int QtDisplay::HeightPixels() {
     if (fullScreen_) return 480;
     const QScreen* s = QGuiApplication::primaryScreen();

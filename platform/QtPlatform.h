@@ -34,6 +34,7 @@ public:
     int Change(const std::string& deviceName, int width, int height) override;
     int WidthPixels() override;
     int HeightPixels() override;
+    std::vector<place::PixelRect> Screens() override;
 
     bool FullScreenMode() const { return fullScreen_; }
     // Called when the mode changes, so the window can follow.

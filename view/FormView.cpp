@@ -41,6 +41,49 @@ void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColo
 
 }  // namespace
 
+// Above every child of the view; shaped to the ring's and the mark picker's
+// pictures, so that clicks elsewhere reach the buttons below.
+class FloatLayer : public QWidget {
+public:
+    explicit FloatLayer(FormView* view) : QWidget(view), view_(view) {
+        setGeometry(0, 0, 640, 480);
+        setMouseTracking(true);
+        setFocusPolicy(Qt::NoFocus);
+        setCursor(look::Hand());
+        hide();
+    }
+    void Follow(const frmTessuma& f) {
+        QRegion shape;
+        for (const PictureBox& r : f.picRing)
+            if (r.Visible) shape += R(r);
+        for (const PictureBox& m : f.picMark)
+            if (m.Visible) shape += R(m).adjusted(-1, -1, 0, 0);
+        if (shape.isEmpty()) {
+            hide();
+            return;
+        }
+        setMask(shape);
+        show();
+        raise();
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter p(this);
+        p.setRenderHint(QPainter::Antialiasing);
+        p.setRenderHint(QPainter::SmoothPixmapTransform);
+        view_->PaintOverlays(p);
+    }
+    void mousePressEvent(QMouseEvent* e) override { view_->mousePressEvent(e); }
+    void mouseMoveEvent(QMouseEvent* e) override { view_->mouseMoveEvent(e); }
+    void mouseReleaseEvent(QMouseEvent* e) override { view_->mouseReleaseEvent(e); }
+    void mouseDoubleClickEvent(QMouseEvent* e) override { view_->mouseDoubleClickEvent(e); }
+
+private:
+    FormView* view_;
+};
+
 FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program_(program) {
     setFixedSize(640, 480);
     setMouseTracking(true);
@@ -66,6 +109,7 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
     showOpt_ = MakeButton("showoptions", kWhite);
     hideOpt_ = MakeButton("hideoptions", kWhite);  // on top of show
     ok_ = MakeButton("ok", kCream);
+    float_ = new FloatLayer(this);
     auto bind = [this](HoverCommand* b, void (frmTessuma::*handler)()) {
         connect(b, &HoverCommand::Click, this, [this, handler] {
             (Form().*handler)();
@@ -149,6 +193,7 @@ void FormView::Sync() {
     restore_->raise();
     hideOpt_->raise();
     for (int i : {0, 1}) side_[static_cast<std::size_t>(i)]->raise();
+    float_->Follow(f);
 
     if (f.tmrClock.Enabled && !clock_.isActive()) clock_.start();
     if (!f.tmrClock.Enabled && clock_.isActive()) clock_.stop();
@@ -180,7 +225,7 @@ void FormView::paintEvent(QPaintEvent*) {
     PaintPanel(p);
     PaintBoard(p);
     PaintFrames(p);
-    PaintOverlays(p);
+    // The ring and the mark picker are drawn by the layer above the buttons.
 }
 
 // The face and alignment of an option label.
@@ -310,7 +355,8 @@ void FormView::PaintBoard(QPainter& p) {
         const TextField& c = f.txtCell[i];
         const QRect cell = R(c);
         if (c.Visible) {
-            const bool focused = focus.name == "txtCell" && focus.index == static_cast<int>(i);
+            // Only a cell the player can type into shows the edit highlight.
+            const bool focused = focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
             if (focused) {
                 p.setPen(Qt::NoPen);
                 p.setBrush(QColor(255, 246, 196, 210));

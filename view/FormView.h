@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <array>
 
+class FloatLayer;
 class HoverCommand;
 class Program;
 class frmTessuma;
@@ -50,6 +51,7 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
+    friend class FloatLayer;
     HoverCommand* MakeButton(const QString& face, std::uint32_t backColor);
     void SyncButton(HoverCommand* b, const CommandButton& model, const QPoint& offset = {});
     void PaintPanel(class QPainter& p);
@@ -63,6 +65,10 @@ private:
     static int ShiftCode(Qt::KeyboardModifiers m);
 
     Program& program_;
+    // The ring and the mark picker float over every control, the buttons
+    // included: they are drawn on a layer above them, which takes the clicks
+    // inside their pictures only.
+    FloatLayer* float_ = nullptr;
     std::array<HoverCommand*, 9> side_{};
     HoverCommand *min_ = nullptr, *max_ = nullptr, *restore_ = nullptr, *close_ = nullptr;
     HoverCommand *showOpt_ = nullptr, *hideOpt_ = nullptr, *ok_ = nullptr;

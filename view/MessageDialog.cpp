@@ -5,9 +5,11 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include "forms/frmMessage.h"
 #include "view/Look.h"
+#include "view/X11Hints.h"
 
 int VirtualKey(const QKeyEvent* e) {
     const int k = e->key();
@@ -68,6 +70,26 @@ MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
         const QPoint c = owner->mapToGlobal(owner->rect().center());
         move(c.x() - width() / 2, c.y() - height() / 2);
     }
+}
+
+void MessageDialog::showEvent(QShowEvent* e) {
+    // Before the window is mapped: a fixed tool window, out of the task bar,
+    // centred on its owner.
+    x11hints::MakeFixedToolWindow(this);
+    if (QWidget* owner = parentWidget()) {
+        // The inside of the box, not its frame, is centred.
+        const QPoint c = owner->mapToGlobal(owner->rect().center());
+        setGeometry(QRect(QPoint(c.x() - width() / 2, c.y() - height() / 2), size()));
+    }
+    QDialog::showEvent(e);
+}
+
+void MessageDialog::changeEvent(QEvent* e) {
+    QDialog::changeEvent(e);
+    // A modal box out of the task bar could not be found again once
+    // minimised: it comes straight back.
+    if (e->type() == QEvent::WindowStateChange && isMinimized())
+        QTimer::singleShot(0, this, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); showNormal(); });
 }
 
 QRect MessageDialog::Px(int leftTw, int topTw, int widthTw, int heightTw) const {

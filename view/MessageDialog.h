@@ -16,6 +16,8 @@ public:
     MessageDialog(frmMessage& model, QWidget* owner);
 
 protected:
+    void showEvent(QShowEvent* e) override;
+    void changeEvent(QEvent* e) override;
     void paintEvent(QPaintEvent*) override;
     void keyReleaseEvent(QKeyEvent* e) override;
     void mouseReleaseEvent(QMouseEvent* e) override;

@@ -90,14 +90,18 @@ TEST(HeldMusicDevice, NoDeviceAfterReleaseIsSilence) {
     EXPECT_EQ(music.Length("MusicFile"), -1);
 }
 
-TEST(HeldSoundEffects, EffectsBeforeTheWindowAreDroppedLaterOnesPlay) {
+TEST(HeldSoundEffects, TheLastEffectBeforeTheWindowPlaysOnReleaseLaterOnesAtOnce) {
     std::vector<int> played;
     HeldSoundEffects sounds([&] { return std::make_unique<Effects>(&played); });
+    // The start sound, then the deal of a game named on the command line:
+    // the second would have replaced the first anyway.
     sounds.Play(101);
+    sounds.Play(102);
     EXPECT_TRUE(sounds.Held());
-    sounds.Release();
     EXPECT_TRUE(played.empty());
+    sounds.Release();
+    EXPECT_EQ(played, (std::vector<int>{102}));
     sounds.Play(106);
     sounds.Play(103);
-    EXPECT_EQ(played, (std::vector<int>{106, 103}));
+    EXPECT_EQ(played, (std::vector<int>{102, 106, 103}));
 }

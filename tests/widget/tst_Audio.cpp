@@ -89,7 +89,6 @@ private slots:
     void effectResources();
     void effectLevelsMatch();
     void parseWaveRefusesDamagedFiles();
-    void monoEffectsBecomeStereo();
     void effectsNeverBlock();
     void newEffectCutsOffTheOld();
 
@@ -231,34 +230,6 @@ void tst_Audio::parseWaveRefusesDamagedFiles()
     QVERIFY(!QtSoundEffects::ParseWave(huge));
 }
 
-void tst_Audio::monoEffectsBecomeStereo()
-{
-    WavePcm mono;
-    mono.formatTag = 1;
-    mono.channels = 1;
-    mono.sampleRate = 44100;
-    mono.bitsPerSample = 16;
-    mono.data = Samples(3);
-    const QByteArray stereo = QtSoundEffects::ToSinkFormat(mono);
-    QCOMPARE(stereo.size(), 12);
-    for (int i = 0; i < 3; ++i) {
-        QCOMPARE(SampleAt(stereo, 2 * i), qint16(i));
-        QCOMPARE(SampleAt(stereo, 2 * i + 1), qint16(i));
-    }
-
-    WavePcm two = mono;
-    two.channels = 2;
-    two.data = Samples(4);
-    QCOMPARE(QtSoundEffects::ToSinkFormat(two), two.data);
-
-    WavePcm other = mono;
-    other.sampleRate = 22050;
-    QVERIFY(QtSoundEffects::ToSinkFormat(other).isEmpty());
-    other = mono;
-    other.bitsPerSample = 8;
-    QVERIFY(QtSoundEffects::ToSinkFormat(other).isEmpty());
-}
-
 void tst_Audio::effectsNeverBlock()
 {
     auto fx = std::make_unique<QtSoundEffects>();
@@ -271,14 +242,7 @@ void tst_Audio::effectsNeverBlock()
     for (int effect : {101, 102, 103, 104, 105, 106, 107, 0, -1, 100, 108, 101})
         fx->Play(effect);
     QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
-
-    if (HaveSoundDevice()) {
-        QTRY_VERIFY_WITH_TIMEOUT(fx->Started() > 0, 5000);
-    } else {
-        QTest::qWait(200);
-        QCOMPARE(fx->Started(), 0);
-        QCOMPARE(fx->Playing(), 0);
-    }
+    QCOMPARE(fx->Started(), 8);
     // Gone in the middle of a sound: no hang, no crash.
     fx.reset();
 }
@@ -296,12 +260,6 @@ void tst_Audio::newEffectCutsOffTheOld()
     clock.start();
     QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 0, 5000);
     QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
-
-    // A sink left idle is closed after a while; the next effect opens it again.
-    QTest::qWait(2500);
-    const int before = fx.Started();
-    fx.Play(103);
-    QTRY_VERIFY_WITH_TIMEOUT(fx.Started() > before, 3000);
 }
 
 // --------------------------------------------------------------------------

@@ -1,0 +1,246 @@
+"""Checks of the real game in a real desktop session: `checks.py NAME`."""
+
+import os
+import sys
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from rw import (World, Web, Failed, check, wait_until, cell_rect, ring_point, game_lines, send_text,  # noqa: E402
+                send_endless, ink, white, main)
+
+QUIET = "[Options]\nSounds=1\nVolume=0\n"
+SILENT = "[Options]\nSounds=0\nVolume=0\n"
+
+# Form points of the controls the checks use.
+CREATE, LOAD, PRINT = (68, 53), (68, 115), (68, 239)
+MAXIMIZE = (569, 8)
+TIMER = (518, 144, 614, 165)
+
+
+def report(name, value):
+    print(f"{name}: {value}")
+
+
+def windows_besides(w, main):
+    return [x for x in w.windows() if x != main]
+
+
+# ---------------------------------------------------------------------------
+def effects_keep_sounding():
+    """Five popup sounds in a row are all heard, and after the sound server
+    restarts the effects come back."""
+    with World("effects") as w:
+        w.start_x()
+        w.start_pulse()
+        w.settings(QUIET)
+        rec = w.record()
+        w.start_game()
+        rec.wait_quiet(15)
+        levels = []
+        for n in range(5):
+            mark = rec.seconds()
+            w.click(*CREATE)
+            rec.wait_sound(mark, 5, f"the popup sound, time {n + 1}")
+            wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu")
+            levels.append(round(rec.rms_since(mark), 4))
+            w.key("Escape")
+            wait_until(lambda: not windows_besides(w, w.wid), 5, "the level menu to close")
+            rec.wait_quiet(5)
+        report("RMS of the five popup sounds", levels)
+
+        # The sound server goes away and comes back.
+        w.stop_pulse()
+        w.start_pulse()
+        rec = w.record()
+
+        def heard_after_click():
+            mark = rec.seconds()
+            w.click(*CREATE)
+            wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu")
+            try:
+                rec.wait_sound(mark, 2, "the popup sound")
+            except Failed:
+                return None
+            finally:
+                w.key("Escape")
+                wait_until(lambda: not windows_besides(w, w.wid), 5, "the level menu to close")
+            return round(rec.rms_since(mark), 4)
+        report("RMS after the restart", wait_until(heard_after_click, 30, "an effect after the server restarted",
+                                                    step=0.2))
+
+
+def start_sound():
+    """The start sound plays at start-up, also with a game on the command line."""
+    with World("start") as w:
+        w.start_x()
+        w.start_pulse()
+        w.settings(QUIET)
+        game = w.write_game("start.tsm", game_lines(empty={0, 1, 2, 40}))
+        rec = w.record()
+        w.start_game(game)
+        rec.wait_sound(0, 10, "the start sound")
+        report("RMS per second from start", rec.per_second()[:6])
+
+
+def window_live():
+    """With no input at all the clock of a game opened from the command line
+    runs, and the first click on maximise fills the screen."""
+    with World("live") as w:
+        w.start_x()
+        w.settings(SILENT)
+        game = w.write_game("live.tsm", game_lines(empty={0, 1, 2, 40}, clock="100"))
+        w.start_game(game)
+        img, x, y = w.form_shot("clock-0")
+        rect = (x + TIMER[0], y + TIMER[1], x + TIMER[2], y + TIMER[3])
+        first = img.crop_bytes(rect)
+        wait_until(lambda: w.screenshot("clock-n").crop_bytes(rect) != first, 5, "the clock to tick")
+        w.click(*MAXIMIZE)
+        wait_until(lambda: w.geometry(w.wid)[2:] == (1024, 768), 5, "the window to fill the screen")
+
+
+def ring_over_buttons():
+    """The ring around a cell of the first column is drawn above the side
+    buttons and takes their clicks: its 9 fills the cell, no menu opens."""
+    with World("ring") as w:
+        w.start_x()
+        w.settings(SILENT)
+        game = w.write_game("ring.tsm", game_lines(empty={0, 36, 40}))
+        w.start_game(game)
+        x0, y0, x1, y1 = cell_rect(0)
+        w.click((x0 + x1) // 2, (y0 + y1) // 2)
+        # The ring's "5" lies clear of everything; once it shows, the ring is up.
+        img0, ox, oy = w.form_shot("before-ring")
+        px, py = ring_point(0, 5)
+        wait_until(lambda: w.screenshot("ring").crop_bytes((ox + px - 4, oy + py - 4, ox + px + 4, oy + py + 4))
+                   != img0.crop_bytes((ox + px - 4, oy + py - 4, ox + px + 4, oy + py + 4))
+                   or w.screenshot("ring"), 5, "the ring")
+        w.click(*ring_point(0, 9))
+        img = wait_until(lambda: (lambda i: i if i.count((ox + x0 + 8, oy + y0 + 6, ox + x1 - 8, oy + y1 - 6),
+                                                        lambda r, g, b: r + g + b < 200) > 20 else None)(
+            w.screenshot("after")), 5, "the 9 in the first cell")
+        check(not windows_besides(w, w.wid), "a menu or box opened under the ring")
+        report("dark pixels of the 9 in cell 0",
+               img.count((ox + x0 + 8, oy + y0 + 6, ox + x1 - 8, oy + y1 - 6), lambda r, g, b: r + g + b < 200))
+
+
+def no_caret_on_given():
+    """After a game is loaded over the cell being edited, the edit highlight
+    shows on no given cell; the caret key puts it on an empty one."""
+    def yellow(r, g, b):
+        return r > 245 and 235 < g < 252 and 170 < b < 215
+
+    def highlighted(img, ox, oy):
+        return [i for i in range(81) if img.count(
+            tuple(v + d for v, d in zip(cell_rect(i), (ox + 3, oy + 3, ox - 3, oy - 3))), yellow) > 30]
+
+    def red_digit(img, ox, oy, i):
+        return img.count(tuple(v + d for v, d in zip(cell_rect(i), (ox + 8, oy + 6, ox - 8, oy - 6))),
+                         lambda r, g, b: r > 150 and g < 80 and b < 80) > 15
+    with World("caret") as w:
+        w.start_x()
+        w.settings(SILENT)
+        first = w.write_game("first.tsm", game_lines(empty={5, 6, 7, 40}))
+        second = w.write_game("second.tsm", game_lines(empty={40, 41}))
+        w.start_game(first)
+        w.key("alt+a")  # the caret on cell 5, the first empty one
+        on = wait_until(lambda: highlighted(*w.form_shot("caret")), 5, "the highlight on cell 5")
+        check(on == [5], f"the caret key highlighted {on}")
+        w.click(*LOAD)
+        wait_until(lambda: windows_besides(w, w.wid), 10, "the open dialog")
+        w.xdo("type", "--delay", "5", second)
+        w.key("Return")
+        wait_until(lambda: not windows_besides(w, w.wid), 10, "the open dialog to close")
+        img = wait_until(lambda: (lambda s: s if red_digit(*s, 5) else None)(w.form_shot("loaded")), 5,
+                         "the second game on the board")
+        on = highlighted(*img)
+        report("highlighted cells after the load", on)
+        check(set(on) <= {40, 41}, f"the edit highlight is on given cells {sorted(set(on) - {40, 41})}")
+
+
+def message_box_tool_window():
+    """The message box is a fixed tool window with no caption, no minimise or
+    maximise, outside the task bar, centred on the game."""
+    with World("msgbox") as w:
+        w.start_x()
+        w.settings(SILENT)
+        w.start_game()
+        w.click(*PRINT)  # no puzzle: "Why to print with no puzzle?"
+        box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, "the message box")
+        wait_until(lambda: "_NET_WM_ALLOWED_ACTIONS" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS")
+                   and "=" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS"), 5, "the window manager to take the box")
+        name = w.prop(box, "_NET_WM_NAME")
+        actions = w.prop(box, "_NET_WM_ALLOWED_ACTIONS")
+        state = w.prop(box, "_NET_WM_STATE")
+        kind = w.prop(box, "_NET_WM_WINDOW_TYPE")
+        report("caption", name)
+        report("allowed", actions)
+        report("state", state)
+        report("type", kind)
+        check(name.split("=", 1)[-1].strip() in ("", '""'), f"the box has a caption: {name}")
+        # openbox offers minimise to every utility window whatever the hints
+        # say: the box asks for move and close only, and comes back at once.
+        motif = w.prop(box, "_MOTIF_WM_HINTS").split("=")[-1].split(",")
+        check(len(motif) == 5 and int(motif[1], 0) == 4 | 32, f"the box asks for more than move and close: {motif}")
+        for action in ("MAXIMIZE_HORZ", "RESIZE"):
+            check(f"_NET_WM_ACTION_{action}" not in actions, f"the window manager allows {action}")
+        w.xdo("windowminimize", box)
+        wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout
+                   and "HIDDEN" not in w.prop(box, "_NET_WM_STATE"), 5, "the minimised box to come back")
+        check("SKIP_TASKBAR" in state, "the box is in the task bar")
+        check("UTILITY" in kind or "DIALOG" in kind, f"the box is an ordinary window: {kind}")
+        bx, by, bw, bh = w.geometry(box)
+        mx, my, mw, mh = w.geometry(w.wid)
+        off = (abs((bx + bw / 2) - (mx + mw / 2)), abs((by + bh / 2) - (my + mh / 2)))
+        report("box centre off the game's centre by", off)
+        check(max(off) <= 2, "the box is not centred on the game")
+
+
+def offscreen_position():
+    """A stored position off every screen opens the window centred instead."""
+    with World("offscreen") as w:
+        w.start_x()
+        w.settings(SILENT + "[ScreenPos]\nLeft=-135000\nTop=-135000\n")
+        w.start_game()
+        x, y, wd, ht = wait_until(lambda: (lambda g: g if g[0] > -1000 else None)(w.geometry(w.wid)), 5,
+                                  "the window placed")
+        report("window at", (x, y))
+        check((x, y) == (192, 144), f"the window is at {(x, y)}, not centred")
+
+
+def update_check_bounded():
+    """A huge version file is refused quickly without being kept, a version
+    file behind a byte-order mark is read, and a good one offers the update."""
+    answers = {
+        "/huge": send_endless(1 << 30),
+        "/chunked": send_endless(1 << 30, chunked=True),
+        "/bom": send_text(b"\xef\xbb\xbf99,http://127.0.0.1/new.deb\r\n"),
+        "/broken": send_text(b"\x00\x01garbage"),
+    }
+    web = Web(answers)
+    try:
+        for path, want in (("/huge", "box"), ("/chunked", "box"), ("/broken", "box"), ("/bom", "update")):
+            with World("update") as w:
+                w.start_x()
+                w.settings(SILENT)
+                w.start_game(env={"TESSUMA_VERSION_URL": web.url(path)})
+                before = w.rss_peak_kib()
+                w.key("alt+u")
+                win = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 20, f"an answer to {path}")
+                grown = (w.rss_peak_kib() - before) // 1024
+                cache = os.path.join(w.home, ".cache")
+                kept = sum(os.path.getsize(os.path.join(d, f)) for d, _, fs in os.walk(cache) for f in fs)
+                gx, gy, gw, gh = w.geometry(win)
+                got = "update" if gh > 200 else "box"
+                report(path, f"answer {got} ({gw}x{gh}), memory peak +{grown} MB, cache {kept} bytes")
+                check(got == want, f"{path}: wanted the {want}, got the {got}")
+                check(grown < 40, f"{path}: memory peak grew by {grown} MB")
+                check(kept <= 65536, f"{path}: {kept} bytes left in the cache")
+    finally:
+        web.close()
+
+
+CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, window_live, ring_over_buttons,
+                                    no_caret_on_given, message_box_tool_window, offscreen_position,
+                                    update_check_bounded)}
+
+if __name__ == "__main__":
+    sys.exit(main(CHECKS))
