@@ -1,5 +1,6 @@
 #include "forms/frmTessuma.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,6 +17,9 @@
 // small window frmUpdate. The links hand an address to the desktop.
 
 namespace {
+
+// The version file is one short line; anything larger is refused unread.
+constexpr std::size_t kMaxVersionFileBytes = 64 * 1024;
 
 const std::string kNoConnect = std::string("No can connect.\r\nPlease try later or email to\r\n") +
                                TESSUMA_SUPPORT_MAIL + "\r\nif problem persist.";
@@ -62,13 +66,22 @@ void frmTessuma::CheckForUpdate() {
         return;
     }
 
-    std::string text;
+    // A version file is a line; one past the limit is no version file and
+    // is not read further.
+    std::string text(kMaxVersionFileBytes + 1, '\0');
     {
         std::ifstream in(localPath, std::ios::binary);
-        if (in) text.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        in.read(text.data(), static_cast<std::streamsize>(text.size()));
+        text.resize(in ? text.size() : static_cast<std::size_t>(std::max<std::streamsize>(in.gcount(), 0)));
     }
     std::error_code ec;
     std::filesystem::remove(localPath, ec);
+    if (text.size() > kMaxVersionFileBytes) {
+        ShowMessage(kNoConnect, "");
+        return;
+    }
+    // A byte-order mark is no part of the version.
+    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) text.erase(0, 3);
 
     // A file that holds fewer than two fields is no version file: the same
     // notice as no file at all, and the last address stays as it was.

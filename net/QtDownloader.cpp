@@ -15,13 +15,27 @@ bool QtDownloader::Download(const std::string& url, const std::string& localPath
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setTransferTimeout(timeoutMs_);
     QNetworkReply* reply = manager.get(request);
+    // No more than one byte past the limit is ever held.
+    reply->setReadBufferSize(maxBytes_ + 1);
+    bool tooLarge = false;
     QEventLoop loop;
+    auto refuseIfTooLarge = [&] {
+        const QVariant announced = reply->header(QNetworkRequest::ContentLengthHeader);
+        if ((announced.isValid() && announced.toLongLong() > maxBytes_) || reply->bytesAvailable() > maxBytes_) {
+            tooLarge = true;
+            reply->abort();
+            loop.quit();
+        }
+    };
+    QObject::connect(reply, &QNetworkReply::metaDataChanged, &loop, refuseIfTooLarge);
+    QObject::connect(reply, &QNetworkReply::readyRead, &loop, refuseIfTooLarge);
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(timeoutMs_ + 1000, &loop, &QEventLoop::quit);
     // Input to the window waits; timers go on, as with the original call.
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     bool ok = false;
-    if (reply->isFinished() && reply->error() == QNetworkReply::NoError) {
+    if (!tooLarge && reply->isFinished() && reply->error() == QNetworkReply::NoError &&
+        reply->bytesAvailable() <= maxBytes_) {
         const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         if (status == 0 || (status >= 200 && status < 300)) {
             QSaveFile out(QString::fromStdString(localPath));

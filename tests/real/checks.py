@@ -227,9 +227,11 @@ def update_check_bounded():
                 win = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 20, f"an answer to {path}")
                 grown = (w.rss_peak_kib() - before) // 1024
                 cache = os.path.join(w.home, ".cache")
-                kept = sum(os.path.getsize(os.path.join(d, f)) for d, _, fs in os.walk(cache) for f in fs)
+                kept = sum(os.path.getsize(os.path.join(d, f)) for d, _, fs in os.walk(cache) for f in fs
+                           if f.startswith("tessver"))
                 gx, gy, gw, gh = w.geometry(win)
-                got = "update" if gh > 200 else "box"
+                # The message box is modal; the update window is not.
+                got = "box" if "MODAL" in w.prop(win, "_NET_WM_STATE") else "update"
                 report(path, f"answer {got} ({gw}x{gh}), memory peak +{grown} MB, cache {kept} bytes")
                 check(got == want, f"{path}: wanted the {want}, got the {got}")
                 check(grown < 40, f"{path}: memory peak grew by {grown} MB")
