@@ -192,10 +192,11 @@ class FakePrinter : public IPrinter {
 public:
     int count = 0;
     std::function<void()> onPrint;  // lets a test look at the form as printed
-    std::string PrintForm() override {
+    PrintResult result;             // what the next prints come to
+    PrintResult PrintForm() override {
         ++count;
         if (onPrint) onPrint();
-        return "";
+        return result;
     }
 };
 

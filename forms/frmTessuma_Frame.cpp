@@ -279,7 +279,7 @@ void frmTessuma::PrintBoard() {
     lblDifficulty.Visible = false;
     Picture = kPicturePlain;
 
-    const std::string elsewhere = ports.printer ? ports.printer->PrintForm() : "";
+    const PrintResult printed = ports.printer ? ports.printer->PrintForm() : PrintResult{};
 
     chkSkin_Click();
     all = 0;
@@ -293,6 +293,19 @@ void frmTessuma::PrintBoard() {
     lblScore.Visible = true;
     lblDifficulty.Visible = true;
 
-    // No printer: the page went to a file, and the player is told where.
-    if (!elsewhere.empty()) ShowMessage("No printer here.\r\nPuzzle go to file:\r\n" + elsewhere, "");
+    // The player hears of a page that did not reach a printer, and only what
+    // is true of it.
+    switch (printed.kind) {
+        case PrintResult::Printed:
+            break;
+        case PrintResult::ToFile:
+            ShowMessage("No printer here.\r\nPuzzle go to file:\r\n" + printed.path, "");
+            break;
+        case PrintResult::FileFailed:
+            ShowMessage("No printer here,\r\nand file no can write.\r\nPuzzle not printed.", "");
+            break;
+        case PrintResult::PrinterFailed:
+            ShowMessage("Printer say no.\r\nPuzzle not printed.", "");
+            break;
+    }
 }

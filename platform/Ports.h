@@ -186,13 +186,21 @@ public:
     virtual std::string ErrorText(int code) = 0;
 };
 
-// Prints the window's inside one-to-one, with no dialog. Returns a line for
-// the player when the page went elsewhere (a PDF when there is no printer),
-// or "" when it was printed.
+// Prints the form as it stands, with no dialog, to the default printer; with
+// no printer installed, into a PDF file instead.
+struct PrintResult {
+    enum Kind {
+        Printed,        // the queue took the job
+        ToFile,         // no printer: the page is in the file at `path`
+        FileFailed,     // no printer, and the file could not be written
+        PrinterFailed,  // the printer's queue refused the job
+    } kind = Printed;
+    std::string path;
+};
 class IPrinter {
 public:
     virtual ~IPrinter() = default;
-    virtual std::string PrintForm() = 0;
+    virtual PrintResult PrintForm() = 0;
 };
 
 // Hands a target (web address, mailto:) to the desktop.

@@ -214,6 +214,11 @@ void FormView::Sync() {
 void FormView::paintEvent(QPaintEvent*) {
     if (!program_.MainForm) return;
     QPainter p(this);
+    PaintForm(p);
+}
+
+void FormView::PaintForm(QPainter& p) {
+    if (!program_.MainForm) return;
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -355,8 +360,11 @@ void FormView::PaintBoard(QPainter& p) {
         const TextField& c = f.txtCell[i];
         const QRect cell = R(c);
         if (c.Visible) {
-            // Only a cell the player can type into shows the edit highlight.
-            const bool focused = focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
+            // Only a cell the player can type into shows the edit highlight,
+            // and never on paper.
+            const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
+            const bool focused =
+                !onPaper && focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
             if (focused) {
                 p.setPen(Qt::NoPen);
                 p.setBrush(QColor(255, 246, 196, 210));

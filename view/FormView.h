@@ -8,6 +8,8 @@
 #include <QWidget>
 #include <array>
 
+class QPainter;
+
 class FloatLayer;
 class HoverCommand;
 class Program;
@@ -35,6 +37,10 @@ public:
         int index = -1;
     };
     Hit HitTest(const QPoint& pt) const;
+
+    // Draws the form as it stands, without its buttons, in form pixels: the
+    // window's picture and the printed page both come from here.
+    void PaintForm(QPainter& p);
 
 signals:
     // The window's place or mode may have changed, or the program ended.

@@ -76,11 +76,16 @@ void MessageDialog::showEvent(QShowEvent* e) {
     // Before the window is mapped: a fixed tool window, out of the task bar,
     // centred on its owner.
     x11hints::MakeFixedToolWindow(this);
-    if (QWidget* owner = parentWidget()) {
-        // The inside of the box, not its frame, is centred.
-        const QPoint c = owner->mapToGlobal(owner->rect().center());
-        setGeometry(QRect(QPoint(c.x() - width() / 2, c.y() - height() / 2), size()));
-    }
+    auto centre = [this] {
+        if (QWidget* owner = parentWidget()) {
+            const QPoint c = owner->mapToGlobal(owner->rect().center());
+            setGeometry(QRect(QPoint(c.x() - width() / 2, c.y() - height() / 2), size()));
+        }
+    };
+    centre();
+    // Once the window manager has framed it, the inside of the box (not its
+    // frame) is centred again.
+    QTimer::singleShot(0, this, centre);
     QDialog::showEvent(e);
 }
 

@@ -1,15 +1,19 @@
 #include "view/QtPrinter.h"
 
+#include <cups/cups.h>
+
 #include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
+#include <QPageSize>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QStandardPaths>
-#include <QWidget>
+#include <QTemporaryDir>
 
-#include "view/TessumaWindow.h"
 #include "view/FormView.h"
+#include "view/TessumaWindow.h"
 
 std::string QtPrinter::PdfPath() {
     QString dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
@@ -19,32 +23,54 @@ std::string QtPrinter::PdfPath() {
     return QDir(dir).filePath(name).toStdString();
 }
 
-std::string QtPrinter::PrintForm() {
-    // The form as it stands now, one to one.
-    QWidget* form = &window_;
-    if (auto* w = dynamic_cast<TessumaWindow*>(&window_); w && w->View()) form = w->View();
-    form->repaint();
-    const QPixmap shot = form->grab();
+bool QtPrinter::WritePage(FormView& view, const QString& path, const QPageSize& paper) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path);
+    printer.setDocName("Tessuma Sudoku");
+    printer.setCreator("Tessuma Sudoku");
+    printer.setPageSize(paper);
+    printer.setPageOrientation(QPageLayout::Portrait);
+    printer.setFullPage(true);
+    QPainter p;
+    if (!p.begin(&printer)) return false;
+    // The form at 96 pixels an inch, centred on the paper; within half-inch
+    // margins it shrinks to fit a small sheet.
+    const double dpi = printer.resolution();
+    const QRectF sheet = printer.pageLayout().fullRectPixels(printer.resolution());
+    const double margin = dpi / 2;
+    const QSizeF form(640, 480);
+    const double scale = std::min({dpi / 96.0, (sheet.width() - 2 * margin) / form.width(),
+                                   (sheet.height() - 2 * margin) / form.height()});
+    p.translate(sheet.center() - QPointF(form.width() * scale / 2, form.height() * scale / 2));
+    p.scale(scale, scale);
+    view.PaintForm(p);
+    return p.end() && QFileInfo(path).size() > 0;
+}
+
+PrintResult QtPrinter::PrintForm() {
+    FormView* view = nullptr;
+    if (auto* w = dynamic_cast<TessumaWindow*>(&window_)) view = w->View();
+    if (!view) return {PrintResult::PrinterFailed, ""};
 
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();
-    QPrinter printer(QPrinter::HighResolution);
-    std::string pdf;
     if (info.isNull()) {
-        pdf = PdfPath();
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QString::fromStdString(pdf));
-    } else {
-        printer.setPrinterName(info.printerName());
+        const std::string pdf = PdfPath();
+        const bool written = WritePage(*view, QString::fromStdString(pdf), QPageSize(QPageSize::A4));
+        if (!written) QFile::remove(QString::fromStdString(pdf));
+        return {written ? PrintResult::ToFile : PrintResult::FileFailed, written ? pdf : ""};
     }
-    printer.setDocName("Tessuma Sudoku");
-    QPainter p;
-    if (!p.begin(&printer)) return pdf.empty() ? "" : pdf;
-    // One pixel of the form to one point of paper: the size it had on the
-    // screen it was drawn for.
-    const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
-    const double scale = printer.resolution() / 96.0;
-    const QSizeF size(shot.width() / shot.devicePixelRatio() * scale, shot.height() / shot.devicePixelRatio() * scale);
-    p.drawPixmap(QRectF(QPointF(0, 0), size.boundedTo(page.size())), shot, shot.rect());
-    p.end();
-    return pdf;
+
+    // The page on the queue's own paper, handed to the print system, which
+    // answers whether the queue took it.
+    QTemporaryDir scratch;
+    if (!scratch.isValid()) return {PrintResult::PrinterFailed, ""};
+    const QString page = scratch.filePath("page.pdf");
+    QPageSize paper = info.defaultPageSize();
+    if (!paper.isValid()) paper = QPageSize(QPageSize::A4);
+    if (!WritePage(*view, page, paper)) return {PrintResult::PrinterFailed, ""};
+    const QByteArray queue = info.printerName().toLocal8Bit();
+    const QByteArray file = page.toLocal8Bit();
+    const int job = cupsPrintFile(queue.constData(), file.constData(), "Tessuma Sudoku", 0, nullptr);
+    return {job > 0 ? PrintResult::Printed : PrintResult::PrinterFailed, ""};
 }

@@ -101,24 +101,25 @@ TEST_F(FrameTest, ThePageCarriesTheBoardAndTheDonationLabelOnly) {
     EXPECT_EQ(w.messages.count, 0);
 }
 
-// A printer that finds no printer and writes the page to a file.
-class PdfPrinter : public IPrinter {
-public:
-    std::string PrintForm() override { return "/home/player/Tessuma Sudoku.pdf"; }
-};
-
-TEST_F(FrameTest, APageThatWentToAFileIsToldWithItsPath) {
-    PdfPrinter pdf;
-    Ports ports = w.MakePorts();
-    ports.printer = &pdf;
-    Start(ports);
+TEST_F(FrameTest, ThePlayerIsToldWhereThePageWentOrThatItWentNowhere) {
     Deal();
+    w.printer.result = {PrintResult::ToFile, "/home/player/Tessuma Sudoku.pdf"};
     f->PrintBoard();
     EXPECT_EQ(w.messages.count, 1);
     EXPECT_EQ(w.messages.lastText, "No printer here.\r\nPuzzle go to file:\r\n/home/player/Tessuma Sudoku.pdf");
     EXPECT_EQ(w.messages.lastKind, "");
     // The form was put back before the box came up.
     EXPECT_EQ(Snapshot(*f).sideNav, 9);
+
+    w.printer.result = {PrintResult::FileFailed, "/home/player/Tessuma Sudoku.pdf"};
+    f->PrintBoard();
+    EXPECT_EQ(w.messages.lastText, "No printer here,\r\nand file no can write.\r\nPuzzle not printed.");
+    w.printer.result = {PrintResult::PrinterFailed, ""};
+    f->PrintBoard();
+    EXPECT_EQ(w.messages.lastText, "Printer say no.\r\nPuzzle not printed.");
+    w.printer.result = {};
+    f->PrintBoard();
+    EXPECT_EQ(w.messages.count, 3);
 }
 
 TEST_F(FrameTest, NoPrinterPortStillPutsTheFormBack) {
