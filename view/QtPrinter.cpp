@@ -24,7 +24,12 @@ std::string QtPrinter::PdfPath() {
 }
 
 bool QtPrinter::WritePage(FormView& view, const QString& path, const QPageSize& paper) {
-    QPrinter printer(QPrinter::HighResolution);
+    // The page is drawn in form pixels, 96 to the inch, where the game's
+    // point sizes mean what they mean on the screen. The PDF keeps the text
+    // as text and the pictures at their full resolution, so nothing on the
+    // paper is limited by this unit.
+    QPrinter printer(QPrinter::ScreenResolution);
+    printer.setResolution(96);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(path);
     printer.setDocName("Tessuma Sudoku");

@@ -255,52 +255,70 @@ def new_pdfs(folder, since):
                   if f.endswith(".pdf") and os.path.getmtime(os.path.join(folder, f)) >= since)
 
 
-def look_at_page(w, pdf, paper_pt, name):
-    """Checks a printed page: its paper, the digits as text, the form centred
-    and stripped of its buttons. Returns the 300-dpi picture's path."""
+def red(r, g, b):
+    return r > 140 and g < 90 and b < 110
+
+
+def centroid(img, rect, pred):
+    n = sx = sy = 0
+    x0, y0, x1, y1 = rect
+    for y in range(max(0, y0), min(img.height, y1)):
+        for x in range(max(0, x0), min(img.width, x1)):
+            if pred(*img.px(x, y)):
+                n, sx, sy = n + 1, sx + x, sy + y
+    return (sx / n, sy / n) if n else None
+
+
+def look_at_page(w, pdf, paper_pt, name, text=True):
+    """Checks a printed page: its paper, the digits (as text where the PDF is
+    the game's own), the form centred and stripped of its buttons."""
     info = w.run(["pdfinfo", pdf]).stdout
     size = [line for line in info.splitlines() if line.startswith("Page size:")][0]
     report(f"{name} paper", size.split(":", 1)[1].strip())
     wd, ht = (float(v) for v in size.split()[2:5:2])
-    if paper_pt:
-        check(abs(wd - paper_pt[0]) < 2 and abs(ht - paper_pt[1]) < 2, f"the page is {wd} x {ht} pt, not {paper_pt}")
-    text = w.run(["pdftotext", pdf, "-"]).stdout
-    digits = sum(ch.isdigit() for ch in text)
-    report(f"{name} digits as text", digits)
-    check(digits >= 70, f"only {digits} digits on the page are text")
-    # The digits of cells 0 and 80 stand at known places of the form: from
-    # them, where the form lies on the sheet.
-    boxes = []
-    for line in w.run(["pdftotext", "-bbox", pdf, "-"]).stdout.splitlines():
-        if "<word" in line and line.rstrip().endswith("</word>"):
-            word = line.split(">")[1].split("<")[0]
-            attrs = dict(kv.split("=") for kv in line.split("<word")[1].split(">")[0].split())
-            if word.isdigit() and len(word) == 1:
-                x0, y0, x1, y1 = (float(attrs[k].strip('"')) for k in ("xMin", "yMin", "xMax", "yMax"))
-                boxes.append(((x0 + x1) / 2, (y0 + y1) / 2))
-    first, last = min(boxes, key=lambda b: b[0] + b[1]), max(boxes, key=lambda b: b[0] + b[1])
-    scale = (last[0] - first[0]) / (484 - 140)
-    left, top = first[0] - 140 * scale, first[1] - 84 * scale
-    margins = (left, wd - left - 640 * scale, top, ht - top - 480 * scale)
-    report(f"{name} form margins in pt (left, right, top, bottom)", tuple(round(m, 1) for m in margins))
-    check(abs(margins[0] - margins[1]) < 3 and abs(margins[2] - margins[3]) < 3, "the form is not centred")
-    check(min(margins) > 20, "the form runs off the sheet")
-
+    check(abs(wd - paper_pt[0]) < 2 and abs(ht - paper_pt[1]) < 2, f"the page is {wd} x {ht} pt, not {paper_pt}")
+    if text:
+        digits = sum(ch.isdigit() for ch in w.run(["pdftotext", pdf, "-"]).stdout)
+        report(f"{name} digits as text", digits)
+        check(digits >= 70, f"only {digits} digits on the page are text")
     base = os.path.join(w.dir, name)
     w.run(["pdftoppm", "-r", "300", "-singlefile", "-png", pdf, base])
     img = rw_image(base + ".png")
+
+    # The given digits are red; those of cells 0 and 80 stand at known places
+    # of the form (centres 140,84 and 484,428): from them, where the form is.
+    xs = [x for x in range(0, img.width, 2) if img.count((x, 0, x + 1, img.height), red)]
+    ys = [y for y in range(0, img.height, 2) if img.count((0, y, img.width, y + 1), red)]
+    check(xs and ys, "no red digits on the page")
+    pitch = 41 * (xs[-1] - xs[0]) / 359
+    reach = int(0.6 * pitch)
+    c0 = centroid(img, (xs[0], ys[0], xs[0] + reach, ys[0] + reach), red)
+    c80 = centroid(img, (xs[-1] - reach, ys[-1] - reach, xs[-1] + 1, ys[-1] + 1), red)
+    scale = (c80[0] - c0[0]) / (484 - 140)
+    left, top = c0[0] - 140 * scale, c0[1] - 84 * scale
+    margins = (left, img.width - left - 640 * scale, top, img.height - top - 480 * scale)
+    report(f"{name} form margins at 300 dpi (left, right, top, bottom)", tuple(round(m) for m in margins))
+    check(abs(margins[0] - margins[1]) < 12 and abs(margins[2] - margins[3]) < 12, "the form is not centred")
+    check(min(margins) > 60, "the form runs off the sheet")
+    # A digit's strokes are solid at 300 dpi: most of its pixels full red,
+    # few half-tones along the edges.
+    x0, y0 = int(c0[0] - 0.3 * pitch), int(c0[1] - 0.3 * pitch)
+    box = (x0, y0, x0 + int(0.6 * pitch), y0 + int(0.6 * pitch))
+    solid = img.count(box, red)
+    soft = img.count(box, lambda r, g, b: not red(r, g, b) and not white(r, g, b))
+    report(f"{name} digit of cell 0: solid, soft pixels", (solid, soft))
+    check(soft < solid / 2, "the digits are soft")
     # Where the side buttons stood, left of the board: no colour.
-    s = scale * 300 / 72
-    band = (int((left + 25 * scale) * 300 / 72), int((top + 26 * scale) * 300 / 72),
-            int((left + 110 * scale) * 300 / 72), int((top + 440 * scale) * 300 / 72))
+    band = (int(left + 25 * scale), int(top + 26 * scale), int(left + 110 * scale), int(top + 440 * scale))
     coloured = img.count(band, lambda r, g, b: max(r, g, b) - min(r, g, b) > 60)
-    report(f"{name} coloured pixels where the side buttons stand ({s:.2f} px a form pixel)", coloured)
+    report(f"{name} coloured pixels where the side buttons stand", coloured)
     check(coloured < 200, "the side buttons are on the page")
     return base + ".png"
 
 
 def print_page():
-    """Print goes to the default queue, the form centred on the sheet,
+    """Print goes to the default queue on its own paper (A5 here), the form
+    centred on the sheet,
     its buttons left off, its digits as text; a queue that refuses jobs is
     told to the player and nothing lands."""
     with World("print") as w:
@@ -316,9 +334,8 @@ def print_page():
         pdf = wait_until(lambda: [p for p in new_pdfs(landing, since) if os.path.getsize(p) > 0], 60,
                          "the page from the queue")[-1]
         check(not windows_besides(w, w.wid), "a message came with a page that was printed")
-        # The queue's paper is reported, not yet held to: the A5 queue made
-        # here still gets a page of the print system's default size.
-        look_at_page(w, pdf, None, "queue")
+        # Through the queue the text becomes glyph drawings: judged as pixels.
+        look_at_page(w, pdf, (419.5, 595.3), "queue", text=False)
         os.remove(pdf)
 
         # The queue refuses jobs: the player hears of it, nothing lands.
@@ -346,13 +363,18 @@ def print_to_file():
         w.key("Return")
         wait_until(lambda: not windows_besides(w, w.wid), 5, "the message to close")
         os.remove(pdf)
+        # A documents folder that can't be written: read-only, or for root,
+        # who writes anywhere, a file standing where the folder should be.
         if os.geteuid() == 0:
-            print("read-only folder not checked: root writes anywhere")
-            return
-        os.chmod(docs, 0o555)
+            os.rmdir(docs)
+            with open(docs, "w") as f:
+                f.write("not a folder\n")
+        else:
+            os.chmod(docs, 0o555)
         w.click(*PRINT)
         wait_until(lambda: windows_besides(w, w.wid), 20, "the message that nothing was printed")
-        check(not os.listdir(docs), "a file was left in the read-only folder")
+        left = [] if os.path.isfile(docs) else os.listdir(docs)
+        check(not left, f"files were left in the read-only folder: {left}")
 
 
 CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, window_live, ring_over_buttons,

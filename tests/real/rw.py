@@ -235,18 +235,22 @@ class World:
 
     # --- print queue --------------------------------------------------------
     def start_cups(self, paper="a4"):
-        """A private CUPS server whose default queue is cups-pdf; returns the
-        folder its PDFs land in."""
+        """A private CUPS server whose default queue is cups-pdf, on paper of
+        the given size. The PDFs land where cups-pdf's own settings say,
+        PDF/ in the home of the user who printed."""
         need("cupsd", "lpadmin", "lpstat")
         backend = "/usr/lib/cups/backend/cups-pdf"
         if os.geteuid() != 0 or not os.path.exists(backend):
             raise Skip("a private CUPS server needs root and the cups-pdf backend")
         root = os.path.join(self.dir, "cups")
-        out = os.path.join(self.dir, "pdf-out")
         for d in ("", "spool", "cache", "log", "ppd", "etc"):
             os.makedirs(os.path.join(root, d), exist_ok=True)
-        os.makedirs(out, exist_ok=True)
-        os.chmod(out, 0o777)
+        # The filters run as the print system's own user: they must reach
+        # the spool and the queue's PPD.
+        os.chmod(self.dir, 0o755)
+        for d in ("", "ppd", "cache", "etc"):
+            os.chmod(os.path.join(root, d), 0o755)
+        os.chmod(os.path.join(root, "spool"), 0o1777)
         sock = os.path.join(root, "cups.sock")
         with open(os.path.join(root, "cupsd.conf"), "w") as f:
             f.write(f"Listen {sock}\nLogLevel warn\nDefaultPaperSize {paper}\n"
@@ -276,7 +280,7 @@ class World:
             raise Skip("the cups-pdf queue could not be made: " + r.stderr)
         self.run(["lpadmin", "-d", "TessumaPDF"])
         self.cups_root = root
-        return out
+        return root
 
     # --- settings and saved games -------------------------------------------
     def settings(self, text):
