@@ -281,6 +281,9 @@ public:
     void HideFrame(std::int16_t Index);
     void lblHelpPages_Click(int Index);
     void picFrame_KeyUp(int Index, int KeyCode, int Shift);
+    // The "turn page" arrows under the help's page list: 0 back, 1 on.
+    void imgHelpTurn_Click(int Index);
+    void TurnHelpPage(bool forward);
     void cmdOK_Click();
     void PrintBoard();
 

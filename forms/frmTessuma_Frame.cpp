@@ -243,14 +243,21 @@ void frmTessuma::lblHelpPages_Click(int Index) {
 // The arrow keys turn the pages of help, on release, around the ends.
 void frmTessuma::picFrame_KeyUp(int Index, int KeyCode, int Shift) {
     if (Index != 2) return;
+    if (KeyCode == kKeyLeft || KeyCode == kKeyUp) TurnHelpPage(false);
+    else if (KeyCode == kKeyRight || KeyCode == kKeyDown) TurnHelpPage(true);
+}
+
+// The arrows that the help draws under its page list turn the pages as the
+// arrow keys do.
+void frmTessuma::imgHelpTurn_Click(int Index) {
+    if (picHelpNav.Visible && (Index == 0 || Index == 1)) TurnHelpPage(Index == 1);
+}
+
+// One page on or back, round from the last page to the first.
+void frmTessuma::TurnHelpPage(bool forward) {
     int page = LastHelpPage;
-    if (KeyCode == kKeyLeft || KeyCode == kKeyUp) {
-        page = page - 1 < 0 ? HelpPageMax : page - 1;
-    } else if (KeyCode == kKeyRight || KeyCode == kKeyDown) {
-        page = page + 1 > HelpPageMax ? 0 : page + 1;
-    } else {
-        return;
-    }
+    if (!forward) page = page - 1 < 0 ? HelpPageMax : page - 1;
+    else page = page + 1 > HelpPageMax ? 0 : page + 1;
     lblHelpPages_Click(page);
 }
 

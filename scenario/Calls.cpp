@@ -311,6 +311,7 @@ std::vector<CallEntry> BuildTable() {
     }));
     t.push_back(Indexed("lblHelpPages_Click", &F::lblHelpPages_Click, 0, 9));
     t.push_back(IndexedKey("picFrame_KeyUp", &F::picFrame_KeyUp, 2, 4));
+    t.push_back(Indexed("imgHelpTurn_Click", &F::imgHelpTurn_Click, 0, 1));
     t.push_back(Plain("cmdOK_Click", &F::cmdOK_Click));
     t.push_back(Plain("PrintBoard", &F::PrintBoard));
 

@@ -27,16 +27,17 @@ QRect R(const CheckBox& c) { return QRect(c.Left, c.Top, c.Width, c.Height); }
 
 QString Q(const std::string& s) { return QString::fromStdString(s); }
 
-// Draws a label's caption in its rectangle; a caption that doesn't fit
-// may run over its box as the original's transparent labels do.
+// Draws a label's caption in its rectangle. A caption stays inside its
+// label: a long one is drawn smaller, and what still doesn't fit is cut at
+// the label's edge rather than drawn over its neighbours.
 void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColor& color, const QString& text) {
-    QRect box = r.adjusted(0, -4, 0, 4);
-    if (align & Qt::AlignRight) box.setLeft(r.left() - 60);
-    else if (align & Qt::AlignLeft) box.setRight(r.right() + 60);
-    else box.adjust(-30, 0, 30, 0);
-    p.setFont(font);
+    const QRect box = r.adjusted(0, -4, 0, 4);
+    p.save();
+    p.setClipRect(box, Qt::IntersectClip);
+    p.setFont(look::FitFont(font, box, align | Qt::AlignVCenter, text));
     p.setPen(color);
-    p.drawText(box, align | Qt::AlignVCenter | Qt::TextDontClip, text);
+    p.drawText(box, align | Qt::AlignVCenter, text);
+    p.restore();
 }
 
 }  // namespace
@@ -399,10 +400,9 @@ void FormView::PaintFrames(QPainter& p) {
         else p.fillRect(R(help), QColor(255, 253, 240));
         for (const Label* l : {&f.lblSupport, &f.lblWiki}) {
             if (!l->Visible) continue;
+            // Inside its pill on the page.
             const QRect r = R(*l).translated(help.Left, help.Top);
-            p.setFont(look::Verdana(14.25, false, true));
-            p.setPen(look::Bgr(l->ForeColor));
-            p.drawText(r.adjusted(-30, -3, 30, 3), Qt::AlignCenter, Q(l->Caption));
+            Text(p, r, Qt::AlignHCenter, look::Verdana(14.25, false, true), look::Bgr(l->ForeColor), Q(l->Caption));
         }
     }
     // High scores.
@@ -416,11 +416,10 @@ void FormView::PaintFrames(QPainter& p) {
         for (std::size_t i = 0; i < 10; ++i) {
             const Label& n = f.lblSHName[i];
             const Label& s = f.lblSHScore[i];
-            p.setFont(look::Verdana(14.25));
-            p.setPen(look::Bgr(n.ForeColor));
-            p.drawText(R(n).translated(highs.Left, highs.Top), Qt::AlignLeft | Qt::AlignVCenter, Q(n.Caption));
-            p.setPen(look::Bgr(s.ForeColor));
-            p.drawText(R(s).translated(highs.Left, highs.Top), Qt::AlignRight | Qt::AlignVCenter, Q(s.Caption));
+            Text(p, R(n).translated(highs.Left, highs.Top), Qt::AlignLeft, look::Verdana(14.25), look::Bgr(n.ForeColor),
+                 Q(n.Caption));
+            Text(p, R(s).translated(highs.Left, highs.Top), Qt::AlignRight, look::Verdana(14.25), look::Bgr(s.ForeColor),
+                 Q(s.Caption));
         }
     }
     // The pause and loading curtain.
@@ -500,6 +499,11 @@ FormView::Hit FormView::HitTest(const QPoint& pt) const {
             const Label& l = f.lblHelpPages[i];
             if (l.Visible && R(l).translated(f.picHelpNav.Left, f.picHelpNav.Top).contains(pt))
                 return {Hit::HelpLabel, static_cast<int>(i)};
+        }
+        // The "turn page" arrows drawn in the navigation's picture.
+        for (int i : {0, 1}) {
+            const QRect arrow(f.picHelpNav.Left + (i == 0 ? 4 : f.picHelpNav.Width - 22), f.picHelpNav.Top + 262, 18, 17);
+            if (arrow.contains(pt)) return {Hit::HelpTurn, i};
         }
         return {Hit::HelpNav, -1};
     }
@@ -632,6 +636,9 @@ void FormView::mouseReleaseEvent(QMouseEvent* e) {
         case Hit::HelpLabel:
             if (same && left) f.lblHelpPages_Click(down.index);
             break;
+        case Hit::HelpTurn:
+            if (same && left) f.imgHelpTurn_Click(down.index);
+            break;
         case Hit::Support:
             if (same && left) f.lblSupport_Click();
             break;
@@ -673,6 +680,7 @@ void FormView::UpdateCursor(const QPoint& pt) {
         case Hit::Ring:
         case Hit::Mark:
         case Hit::HelpLabel:
+        case Hit::HelpTurn:
         case Hit::Support:
         case Hit::Wiki:
         case Hit::Thumb:
@@ -753,8 +761,13 @@ void FormView::keyPressEvent(QKeyEvent* e) {
                 f.txtCell_Change(index);
             }
         } else if (e->key() == Qt::Key_Delete) {
-            if (c.SelStart >= 0 && c.SelStart < static_cast<int>(c.Text.size())) {
-                c.Text.erase(static_cast<std::size_t>(c.SelStart), 1);
+            // A cell holds one digit: Delete takes it out also with the caret
+            // after it, as it stands right after typing.
+            const int size = static_cast<int>(c.Text.size());
+            const int at = c.SelStart >= 0 && c.SelStart < size ? c.SelStart : size - 1;
+            if (at >= 0) {
+                c.Text.erase(static_cast<std::size_t>(at), 1);
+                c.SelStart = at;
                 f.txtCell_Change(index);
             }
         } else if (e->key() == Qt::Key_Home) {

@@ -1,5 +1,7 @@
 #include "view/Look.h"
 
+#include <QFontMetricsF>
+
 #include <QCursor>
 #include <QDir>
 #include <QFontDatabase>
@@ -79,6 +81,16 @@ QCursor Hand() {
     const QPixmap& p = Control("hand");
     if (p.isNull()) return QCursor(Qt::PointingHandCursor);
     return QCursor(p, 11, 1);
+}
+
+QFont FitFont(QFont font, const QRectF& box, int flags, const QString& text, double smallest) {
+    const double full = font.pointSizeF();
+    for (double scale = 1.0; scale >= smallest - 1e-9; scale -= 0.05) {
+        font.setPointSizeF(full * scale);
+        const QRectF need = QFontMetricsF(font).boundingRect(box, flags, text);
+        if (need.width() <= box.width() + 0.5 && need.height() <= box.height() + 0.5) return font;
+    }
+    return font;
 }
 
 }  // namespace look

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPixmap>
+#include <QRectF>
 #include <QString>
 
 #include <cstdint>
@@ -30,6 +31,11 @@ const QPixmap& Pixmap(const QString& path);
 const QPixmap& Bitmap(int resource);   // BITMAP 101, 175, 201...
 const QPixmap& Control(const QString& name);  // ":/controls/<name>.png"
 const QPixmap& Button(const QString& name);   // ":/buttons/<name>.png"
+
+// The font, made smaller step by step down to `smallest` times its size,
+// at which `text` drawn with `flags` fits inside `box`; the smallest when
+// none does.
+QFont FitFont(QFont font, const QRectF& box, int flags, const QString& text, double smallest = 0.6);
 
 // The hand pointer (custom pointer 99).
 QCursor Hand();

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QTimer>
 
@@ -108,11 +109,21 @@ void MessageDialog::paintEvent(QPaintEvent*) {
     const QPixmap& bg = look::Control("message_bg");
     if (!bg.isNull()) p.drawPixmap(rect(), bg);
     else p.fillRect(rect(), QColor(254, 254, 236));
+    // The message fits its label: smaller type for a long one, and a path
+    // too long for a line is broken where it must be.
     const Label& m = model_.lblMessage;
-    p.setFont(look::Verdana(11.25, true));
+    // A little air under the last line.
+    const QRect box = Px(m.Left, m.Top, m.Width, m.Height).adjusted(0, 0, 0, -3);
+    const QString text = QString::fromStdString(m.Caption).replace("\r\n", "\n");
+    int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+    QFont font = look::FitFont(look::Verdana(11.25, true), box, flags, text, 0.7);
+    if (QFontMetricsF(font).boundingRect(box, flags, text).width() > box.width() + 0.5) {
+        flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWrapAnywhere;
+        font = look::FitFont(look::Verdana(11.25, true), box, flags, text, 0.7);
+    }
+    p.setFont(font);
     p.setPen(QColor(40, 40, 40));
-    p.drawText(Px(m.Left, m.Top, m.Width, m.Height), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-               QString::fromStdString(m.Caption).replace("\r\n", "\n"));
+    p.drawText(box, flags, text);
     for (const Label* l : {&model_.lblYes, &model_.lblNo, &model_.lblOkay}) {
         if (!l->Visible) continue;
         p.setFont(look::Japan(20.25, true, true));

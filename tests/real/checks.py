@@ -377,9 +377,56 @@ def print_to_file():
         check(not left, f"files were left in the read-only folder: {left}")
 
 
+def texts_fit():
+    """Captions stay inside their labels, a long message fits its box, Delete
+    takes a digit out right after typing, the help's arrows turn pages."""
+    def dark(r, g, b):
+        return r + g + b < 240
+    with World("texts") as w:
+        w.start_x()
+        w.settings(SILENT)
+        # Row 1 ends in three empty cells, so nothing red stands left of the
+        # score but an overlong score caption.
+        game = w.write_game("long.tsm", game_lines(empty={15, 16, 17, 40}, score="1234567890123456789012345"))
+        w.start_game(game)
+        img, ox, oy = w.form_shot("long-score")
+        spill = img.count((ox + 430, oy + 100, ox + 516, oy + 130), red)
+        report("red pixels of the score caption left of its label", spill)
+        check(spill == 0, "the score caption runs over the board")
+
+        # Delete right after typing a digit empties the cell again.
+        w.key("alt+a")  # the caret to cell 15
+        wait_until(lambda: True, 1, "")
+        x0, y0, x1, y1 = cell_rect(15)
+        inside = (ox + x0 + 8, oy + y0 + 6, ox + x1 - 8, oy + y1 - 6)
+        w.key("9")  # the right digit of cell 15 is 9 - ((3 + 0 + 6) % 9) = 9
+        wait_until(lambda: w.screenshot("typed").count(inside, dark) > 20, 5, "the typed digit")
+        w.key("Delete")
+        wait_until(lambda: w.screenshot("deleted").count(inside, dark) == 0, 5, "Delete to take the digit out")
+
+        # The help's arrows turn the page.
+        w.click(68, 425)  # Help
+        page = (ox + 120, oy + 64, ox + 500, oy + 450)
+        first = wait_until(lambda: (lambda i: i.crop_bytes(page) if i.count(page, dark) > 50 else None)(
+            w.screenshot("help")), 5, "the help page")
+        w.click(512 + 112 - 22 + 8, 101 + 262 + 8)
+        wait_until(lambda: w.screenshot("help-2").crop_bytes(page) != first, 5, "the arrow to turn the page")
+
+        # A message with a long path fits its box: nothing reaches the
+        # bottom edge of the message's label.
+        w.key("alt+o")  # the help's OK
+        w.click(*PRINT)
+        box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 20, "the message of the PDF")
+        bx, by, bw, bh = w.geometry(box)
+        shot = w.screenshot("message")
+        edge = shot.count((bx + 104, by + 111, bx + 369, by + 113), dark)
+        report("dark pixels on the bottom edge of the message", edge)
+        check(edge == 0, "the message's last line is cut")
+
+
 CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, window_live, ring_over_buttons,
                                     no_caret_on_given, message_box_tool_window, offscreen_position,
-                                    update_check_bounded, print_page, print_to_file)}
+                                    update_check_bounded, print_page, print_to_file, texts_fit)}
 
 if __name__ == "__main__":
     sys.exit(main(CHECKS))
