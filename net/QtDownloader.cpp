@@ -1,11 +1,49 @@
 #include "net/QtDownloader.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QSaveFile>
 #include <QTimer>
 #include <QUrl>
+
+namespace {
+
+int gActive = 0;
+
+// Holds back the player's input while the check runs, as the game's own
+// synchronous check does; everything else, a close request included, goes on.
+class InputHold : public QObject {
+public:
+    InputHold() { QCoreApplication::instance()->installEventFilter(this); }
+    ~InputHold() override { QCoreApplication::instance()->removeEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject*, QEvent* e) override {
+        switch (e->type()) {
+            case QEvent::KeyPress:
+            case QEvent::KeyRelease:
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::MouseMove:
+            case QEvent::Wheel:
+            case QEvent::TouchBegin:
+            case QEvent::TouchUpdate:
+            case QEvent::TouchEnd:
+            case QEvent::ShortcutOverride:
+                return true;
+            default:
+                return false;
+        }
+    }
+};
+
+}  // namespace
+
+bool QtDownloader::Active() { return gActive > 0; }
 
 bool QtDownloader::Download(const std::string& url, const std::string& localPath) {
     const QUrl u(QString::fromStdString(url));
@@ -32,7 +70,12 @@ bool QtDownloader::Download(const std::string& url, const std::string& localPath
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(timeoutMs_ + 1000, &loop, &QEventLoop::quit);
     // Input to the window waits; timers go on, as with the original call.
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    {
+        InputHold hold;
+        ++gActive;
+        loop.exec();
+        --gActive;
+    }
     bool ok = false;
     if (!tooLarge && reply->isFinished() && reply->error() == QNetworkReply::NoError &&
         reply->bytesAvailable() <= maxBytes_) {

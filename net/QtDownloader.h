@@ -13,6 +13,10 @@ public:
     explicit QtDownloader(int timeoutMs = 15000, qint64 maxBytes = 64 * 1024)
         : timeoutMs_(timeoutMs), maxBytes_(maxBytes) {}
     bool Download(const std::string& url, const std::string& localPath) override;
+    // True while a download waits for its answer. The window's input waits
+    // with it; a close request from the desktop is delivered meanwhile, for
+    // the window to act on once the check is over.
+    static bool Active();
 
 private:
     int timeoutMs_;

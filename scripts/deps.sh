@@ -13,7 +13,7 @@ PKGS=(
   libcups2-dev
   # The real-world tests: a window manager and real input, a sound server,
   # a print queue that writes PDFs, a German locale for the number checks.
-  openbox xdotool x11-utils pulseaudio pulseaudio-utils
+  openbox xdotool x11-utils wmctrl pulseaudio pulseaudio-utils
   cups cups-client cups-bsd printer-driver-cups-pdf
   locales python3
 )

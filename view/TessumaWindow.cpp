@@ -11,6 +11,7 @@
 
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "net/QtDownloader.h"
 #include "view/FormView.h"
 #include "view/UpdateDialog.h"
 #include "forms/frmUpdate.h"
@@ -50,6 +51,12 @@ void TessumaWindow::FollowModel() {
         return;
     }
     frmTessuma& f = *program_.MainForm;
+    if (closePending_ && !QtDownloader::Active() && !QApplication::activeModalWidget()) {
+        closePending_ = false;
+        f.cmdClose_Click();
+        if (view_) view_->Sync();
+        return;
+    }
     // The update window follows its model: shown while it is visible.
     const bool updateShown = program_.UpdateForm && program_.UpdateForm->Visible;
     if (updateShown && !update_) SetOwner("frmUpdate");
@@ -178,6 +185,10 @@ void TessumaWindow::closeEvent(QCloseEvent* e) {
         return;
     }
     e->ignore();
+    if (QtDownloader::Active()) {
+        closePending_ = true;
+        return;
+    }
     program_.MainForm->cmdClose_Click();
     if (view_) view_->Sync();
 }

@@ -47,4 +47,7 @@ private:
     bool fullScreen_ = false;
     bool unloading_ = false;
     bool overrideCursor_ = false;
+    // The desktop asked to close while the model was busy (the update check
+    // waiting for its answer): the close runs once the model is free.
+    bool closePending_ = false;
 };

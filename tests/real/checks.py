@@ -424,9 +424,35 @@ def texts_fit():
         check(edge == 0, "the message's last line is cut")
 
 
+def close_during_update():
+    """A close request from the desktop while the update check waits for its
+    answer is kept: once the answer is read, the game closes."""
+    def slow(h):
+        time.sleep(3)
+        send_text(b"20,http://127.0.0.1/same.deb\r\n")(h)
+    web = Web({"/slow": slow})
+    try:
+        with World("close") as w:
+            w.start_x()
+            w.settings(SILENT)
+            w.start_game(env={"TESSUMA_VERSION_URL": web.url("/slow")})
+            w.key("alt+u")
+            wait_until(lambda: web.hits, 5, "the version file asked for")
+            w.run(["wmctrl", "-i", "-c", hex(w.wid)])
+            box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 15, "the answer of the check")
+            check(w.game.poll() is None, "the game closed before the check was over")
+            w.xdo("windowactivate", "--sync", box)
+            w.key("Return")
+            wait_until(lambda: w.game.poll() is not None, 10, "the game to close after the check")
+            report("the game ended with", w.game.returncode)
+    finally:
+        web.close()
+
+
 CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, window_live, ring_over_buttons,
                                     no_caret_on_given, message_box_tool_window, offscreen_position,
-                                    update_check_bounded, print_page, print_to_file, texts_fit)}
+                                    update_check_bounded, print_page, print_to_file, texts_fit,
+                                    close_during_update)}
 
 if __name__ == "__main__":
     sys.exit(main(CHECKS))
