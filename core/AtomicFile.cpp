@@ -1,15 +1,51 @@
 #include "core/AtomicFile.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
 #include <filesystem>
+#include <string>
 #include <system_error>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kTempPrefix = ".~tessuma-";
+
+// Temporaries that a save killed half-way left in `dir`: our names, our
+// files, made by a process that is gone. A temporary of a process still
+// running is its save in progress and stays. The look is bounded, so a
+// huge folder costs no more than a glance.
+void RemoveStaleTemporaries(const std::string& dir) {
+    std::error_code ec;
+    fs::directory_iterator it(dir, ec), end;
+    for (int seen = 0; !ec && it != end && seen < 4096; it.increment(ec), ++seen) {
+        const std::string name = it->path().filename().string();
+        const std::size_t prefix = std::char_traits<char>::length(kTempPrefix);
+        if (name.rfind(kTempPrefix, 0) != 0 || name.size() < prefix + 7 || name.substr(name.size() - 4) != ".tmp")
+            continue;
+        const std::size_t dash = name.find('-', prefix);
+        if (dash == std::string::npos || dash == prefix || dash > prefix + 10) continue;
+        long pid = 0;
+        for (std::size_t i = prefix; i < dash; ++i) {
+            if (name[i] < '0' || name[i] > '9') { pid = -1; break; }
+            pid = pid * 10 + (name[i] - '0');
+        }
+        if (pid <= 0 || pid == ::getpid()) continue;
+        if (::kill(static_cast<pid_t>(pid), 0) == 0 || errno != ESRCH) continue;  // alive, or not ours to ask
+        struct stat st{};
+        const std::string path = it->path().string();
+        if (::lstat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode) && st.st_uid == ::geteuid())
+            ::unlink(path.c_str());
+    }
+}
+
+}  // namespace
 
 bool WriteFileAtomically(const std::string& path, const std::string& data) {
     static std::atomic<unsigned> counter{0};
@@ -30,11 +66,12 @@ bool WriteFileAtomically(const std::string& path, const std::string& data) {
     struct stat old{};
     const bool existed = ::stat(target.c_str(), &old) == 0;
     if (existed && !S_ISREG(old.st_mode)) return false;
+    RemoveStaleTemporaries(dir);
 
     std::string tmp;
     int fd = -1;
     for (int attempt = 0; attempt < 50 && fd < 0; ++attempt) {
-        tmp = dir + "/.~tessuma-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
+        tmp = dir + "/" + kTempPrefix + std::to_string(::getpid()) + "-" + std::to_string(counter++) + ".tmp";
         fd = ::open(tmp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd < 0 && errno != EEXIST) return false;
     }

@@ -2,7 +2,8 @@
 // Replacing a file so that it is always either the old file, untouched, or
 // the whole new one: the data goes to a temporary file in the same folder,
 // is flushed to the disk and renamed over the target. A link is followed to
-// the file it names; the old file's permissions are kept.
+// the file it names; the old file's permissions are kept. Temporaries that
+// an earlier save left behind when its process was killed are removed.
 
 #include <string>
 

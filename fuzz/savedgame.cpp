@@ -3,8 +3,9 @@
 // The file is named on the command line at start-up (in quotes, which the
 // game removes), then opened again over the running game with LoadGameFile.
 // A file whose first line has 81 characters or more is a game, and its board
-// is that line; any other file is refused with "That file no good." and the
-// board stays as it was. A game that was read is saved and read back and
+// is that line, unless the file is larger than the reader takes (1 MiB); any
+// other file is refused with "That file no good." and the board stays as it
+// was. A game that was read is saved and read back and
 // must come back the same. Then a little play, and the close command.
 
 #include <fstream>
@@ -17,6 +18,9 @@
 #include "fuzz/FuzzSupport.h"
 
 namespace {
+
+// The largest file the reader takes as a game.
+constexpr std::size_t kMaxGameFileBytes = 1024 * 1024;
 
 // The board line of a file: "|" removed, up to the first CR LF, or (as the
 // reader also takes the lone LF of editors here as a line end) up to the
@@ -63,12 +67,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const bool loaded = !f.BoardState.empty();
     if (!loaded) {
-        Require(lfLine.size() < 81, "a file with 81 characters on its first line is a game");
+        Require(lfLine.size() < 81 || text.size() > kMaxGameFileBytes,
+                "a file of at most 1 MiB with 81 characters on its first line is a game");
         Require(w.messages.lastText == "That file no good.", "a file that is no game is refused");
         Require(!f.tmrClock.Enabled, "a refused file deals no board");
     } else {
         const std::string board = f.BuildBoardState();
         Require(crlfLine.size() >= 81, "a file with less than 81 characters on its first line is refused");
+        Require(text.size() <= kMaxGameFileBytes, "a file over 1 MiB is refused");
         Require(board == crlfLine.substr(0, 81) || (lfLine.size() >= 81 && board == lfLine.substr(0, 81)),
                 "the board is the first line of the file");
     }
