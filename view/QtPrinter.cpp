@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 #include <QPageSize>
 #include <QPainter>
 #include <QPrinter>
@@ -61,7 +62,10 @@ PrintResult QtPrinter::PrintForm() {
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();
     if (info.isNull()) {
         const std::string pdf = PdfPath();
-        const bool written = WritePage(*view, QString::fromStdString(pdf), QPageSize(QPageSize::A4));
+        // The paper of the player's part of the world: Letter where inches rule.
+        const QPageSize paper(QLocale::system().measurementSystem() == QLocale::ImperialUSSystem ? QPageSize::Letter
+                                                                                                 : QPageSize::A4);
+        const bool written = WritePage(*view, QString::fromStdString(pdf), paper);
         if (!written) QFile::remove(QString::fromStdString(pdf));
         return {written ? PrintResult::ToFile : PrintResult::FileFailed, written ? pdf : ""};
     }
