@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSvgRenderer>
 
 #include "controls/HoverCommand.h"
 #include "forms/frmTessuma.h"
@@ -226,7 +227,10 @@ void FormView::PaintForm(QPainter& p) {
     // The form's colour shows in the two-pixel strip the picture leaves.
     p.fillRect(rect(), Qt::white);
     const QPixmap& bg = look::Bitmap(Form().Picture);
-    if (!bg.isNull()) p.drawPixmap(QRect(0, 0, 638, 478), bg);
+    QSvgRenderer* drawing = look::Drawing(Form().Picture);
+    const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
+    if (onPaper && drawing) drawing->render(&p, QRectF(0, 0, 638, 478));
+    else if (!bg.isNull()) p.drawPixmap(QRect(0, 0, 638, 478), bg);
     else p.fillRect(QRect(0, 0, 638, 478), Qt::white);
     PaintPanel(p);
     PaintBoard(p);

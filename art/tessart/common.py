@@ -124,6 +124,15 @@ def save(s, relpath, mode="RGB", background=(255, 255, 255)):
     return img
 
 
+def save_svg(paint, relpath, w, h):
+    """Draws with paint(context) into an SVG file of w by h pixels."""
+    path = os.path.join(RES, relpath)
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    s = cairo.SVGSurface(path, w, h)
+    paint(cairo.Context(s))
+    s.finish()
+
+
 def save_image(img, relpath):
     path = os.path.join(RES, relpath)
     os.makedirs(os.path.dirname(path), exist_ok=True)

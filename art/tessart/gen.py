@@ -1,12 +1,15 @@
 """One entry point per group of pictures; each returns the files it wrote."""
 from . import appicon, buttons, controls, frames, help, scene
-from .common import save
+from .common import FORM_H, FORM_W, save, save_svg
 
 
 def make_background():
     save(scene.make_skinned(), "bitmap/101.png")
     save(scene.make_plain(), "bitmap/102.png")
-    return ["bitmap/101.png", "bitmap/102.png"]
+    # The plain background as drawn, for paper: the printer draws it at its
+    # own resolution.
+    save_svg(scene.paint_plain, "bitmap/102.svg", FORM_W, FORM_H)
+    return ["bitmap/101.png", "bitmap/102.png", "bitmap/102.svg"]
 
 
 def make_frames():

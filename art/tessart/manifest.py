@@ -18,6 +18,7 @@ def _add(path, size, mode="RGB", key=None):
 
 _add("bitmap/101.png", (638, 478))
 _add("bitmap/102.png", (638, 478))
+_add("bitmap/102.svg", None)
 _add("bitmap/103.png", (89, 14))
 _add("bitmap/150.png", (392, 392))
 _add("bitmap/175.png", (392, 392))
