@@ -67,26 +67,19 @@ MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
         name_->setCursorPosition(model_.txtName.SelStart);
         name_->setFocus();
     }
-    if (owner) {
-        const QPoint c = owner->mapToGlobal(owner->rect().center());
-        move(c.x() - width() / 2, c.y() - height() / 2);
-    }
+    // Placed when shown (see showEvent).
 }
 
 void MessageDialog::showEvent(QShowEvent* e) {
     // Before the window is mapped: a fixed tool window, out of the task bar,
     // centred on its owner.
     x11hints::MakeFixedToolWindow(this);
-    auto centre = [this] {
-        if (QWidget* owner = parentWidget()) {
-            const QPoint c = owner->mapToGlobal(owner->rect().center());
-            setGeometry(QRect(QPoint(c.x() - width() / 2, c.y() - height() / 2), size()));
-        }
-    };
-    centre();
-    // Once the window manager has framed it, the inside of the box (not its
-    // frame) is centred again.
-    QTimer::singleShot(0, this, centre);
+    // The inside of the box, not its frame, is centred: placed by its inside
+    // (setGeometry, never move), the window manager keeps it there.
+    if (QWidget* owner = parentWidget()) {
+        const QPoint c = owner->mapToGlobal(QPoint(owner->width() / 2, owner->height() / 2));
+        setGeometry(QRect(QPoint(c.x() - width() / 2, c.y() - height() / 2), size()));
+    }
     QDialog::showEvent(e);
 }
 

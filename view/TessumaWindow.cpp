@@ -62,8 +62,11 @@ void TessumaWindow::FollowModel() {
     if (updateShown && !update_) SetOwner("frmUpdate");
     if (update_ && update_->isVisible() != updateShown) {
         if (updateShown) {
-            const QPoint c = mapToGlobal(rect().center());
-            update_->move(c.x() - update_->width() / 2, c.y() - update_->height() / 2);
+            // Its inside centred on the game (setGeometry: the window
+            // manager keeps the inside where it is asked to be).
+            const QPoint c = mapToGlobal(QPoint(width() / 2, height() / 2));
+            update_->setGeometry(QRect(QPoint(c.x() - update_->width() / 2, c.y() - update_->height() / 2),
+                                       update_->size()));
             update_->show();
             update_->raise();
         } else {

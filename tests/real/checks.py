@@ -191,9 +191,7 @@ def message_box_tool_window():
             mx, my, mw, mh = w.geometry(w.wid)
             return (abs((bx + bw / 2) - (mx + mw / 2)), abs((by + bh / 2) - (my + mh / 2)))
         try:
-            # Across, exactly; down, openbox still sets the inside below the
-            # place asked for by its title bar (19 pixels).
-            wait_until(lambda: off_centre()[0] <= 2 and off_centre()[1] <= 20, 3, "the box centred on the game")
+            wait_until(lambda: max(off_centre()) <= 1, 3, "the box centred on the game")
         finally:
             report("box centre off the game's centre by", off_centre())
 
