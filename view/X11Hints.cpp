@@ -15,7 +15,7 @@ xcb_atom_t Atom(xcb_connection_t* c, const char* name) {
     const xcb_intern_atom_cookie_t cookie = xcb_intern_atom(c, 0, static_cast<std::uint16_t>(qstrlen(name)), name);
     std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(xcb_intern_atom_reply(c, cookie, nullptr),
                                                                          &std::free);
-    return reply ? reply->atom : XCB_ATOM_NONE;
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ void x11hints::MakeFixedToolWindow(QWidget* window) {
     // No caption at all: Qt would put the program's name in an empty title.
     for (const char* name : {"_NET_WM_NAME", "WM_NAME"})
         xcb_change_property(c, XCB_PROP_MODE_REPLACE, id, Atom(c, name),
-                            name[0] == '_' ? Atom(c, "UTF8_STRING") : XCB_ATOM_STRING, 8, 0, "");
+                            name[0] == '_' ? Atom(c, "UTF8_STRING") : xcb_atom_t(XCB_ATOM_STRING), 8, 0, "");
 
     // Motif hints: move and close only; a border, a title bar and its menu.
     enum : std::uint32_t { kFunctions = 1, kDecorations = 2 };
