@@ -21,24 +21,7 @@ public:
     ~InputHold() override { QCoreApplication::instance()->removeEventFilter(this); }
 
 protected:
-    bool eventFilter(QObject*, QEvent* e) override {
-        switch (e->type()) {
-            case QEvent::KeyPress:
-            case QEvent::KeyRelease:
-            case QEvent::MouseButtonPress:
-            case QEvent::MouseButtonRelease:
-            case QEvent::MouseButtonDblClick:
-            case QEvent::MouseMove:
-            case QEvent::Wheel:
-            case QEvent::TouchBegin:
-            case QEvent::TouchUpdate:
-            case QEvent::TouchEnd:
-            case QEvent::ShortcutOverride:
-                return true;
-            default:
-                return false;
-        }
-    }
+    bool eventFilter(QObject*, QEvent* e) override { return e->isInputEvent(); }
 };
 
 }  // namespace
@@ -69,7 +52,8 @@ bool QtDownloader::Download(const std::string& url, const std::string& localPath
     QObject::connect(reply, &QNetworkReply::readyRead, &loop, refuseIfTooLarge);
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QTimer::singleShot(timeoutMs_ + 1000, &loop, &QEventLoop::quit);
-    // Input to the window waits; timers go on, as with the original call.
+    // The check is synchronous for the game: the player's input waits, timers
+    // and the window system's requests go on.
     {
         InputHold hold;
         ++gActive;

@@ -360,6 +360,7 @@ void FormView::PaintBoard(QPainter& p) {
     frmTessuma& f = Form();
     const ControlRef focus = f.FocusedControl();
     const QFont digitFont = look::Japan(20.25);
+    const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
     const QFont markFont = look::CourierBold(12);
     for (std::size_t i = 0; i < 81; ++i) {
         const TextField& c = f.txtCell[i];
@@ -367,7 +368,6 @@ void FormView::PaintBoard(QPainter& p) {
         if (c.Visible) {
             // Only a cell the player can type into shows the edit highlight,
             // and never on paper.
-            const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
             const bool focused =
                 !onPaper && focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
             if (focused) {

@@ -106,13 +106,13 @@ def ring_over_buttons():
         w.start_x()
         w.play(SILENT, empty={0, 36, 40})
         x0, y0, x1, y1 = cell_rect(0)
-        w.click((x0 + x1) // 2, (y0 + y1) // 2)
         # The ring's "5" lies clear of everything; once it shows, the ring is up.
         img0, ox, oy = w.form_shot("before-ring")
         px, py = ring_point(0, 5)
-        wait_until(lambda: w.screenshot("ring").crop_bytes((ox + px - 4, oy + py - 4, ox + px + 4, oy + py + 4))
-                   != img0.crop_bytes((ox + px - 4, oy + py - 4, ox + px + 4, oy + py + 4))
-                   or w.screenshot("ring"), 5, "the ring")
+        spot = (ox + px - 4, oy + py - 4, ox + px + 4, oy + py + 4)
+        before = img0.crop_bytes(spot)
+        w.click((x0 + x1) // 2, (y0 + y1) // 2)
+        wait_until(lambda: w.screenshot("ring").crop_bytes(spot) != before, 5, "the ring")
         w.click(*ring_point(0, 9))
         img = wait_until(lambda: (lambda i: i if i.count((ox + x0 + 8, oy + y0 + 6, ox + x1 - 8, oy + y1 - 6),
                                                         lambda r, g, b: r + g + b < 200) > 20 else None)(
