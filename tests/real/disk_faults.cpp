@@ -332,6 +332,27 @@ TEST_F(FaultsTest, ALinkIntoAVanishedFolderIsRefused) {
 // Killed while saving: a child saves two games in turn, as fast as it can,
 // and is killed at a random moment. The file is always one of the two.
 
+// Replacing a file keeps its permissions, and a link stays a link whose
+// target gets the game.
+TEST_F(FaultsTest, ReplacingKeepsThePermissionsAndTheLinks) {
+    const std::string game = w.Path("game.tsm");
+    std::ofstream(game) << "old";
+    ::chmod(game.c_str(), 0640);
+    f->WriteGameFile(game);
+    struct stat st{};
+    ASSERT_EQ(::stat(game.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 0777, 0640u);
+    EXPECT_EQ(Slurp(game).substr(0, 81), kGame);
+
+    fs::create_directory(w.Path("real"));
+    std::ofstream(w.Path("real/target.tsm")) << "old";
+    fs::create_symlink(w.Path("real/target.tsm"), w.Path("link.tsm"));
+    f->WriteGameFile(w.Path("link.tsm"));
+    EXPECT_TRUE(fs::is_symlink(w.Path("link.tsm")));
+    EXPECT_EQ(Slurp(w.Path("real/target.tsm")).substr(0, 81), kGame);
+    EXPECT_EQ(w.messages.count, 0);
+}
+
 TEST_F(FaultsTest, KilledInTheMiddleOfASaveLeavesTheOldOrTheNewFile) {
     const std::string game = w.Path("game.tsm");
     f->ClockSeconds = 111;

@@ -57,22 +57,6 @@ struct DialogsTest : ::testing::Test {
     const FileDialogRequest& LastRequest() const { return w.dialogs.requests.back(); }
 };
 
-// The defaults that other behaviour rests on: folders are the program's,
-// ending in "/", filters count from 1, and the default filter list.
-TEST_F(DialogsTest, DefaultsBeforeAnyDialog) {
-    EXPECT_EQ(d->strLastOpenFolder(), w.sandbox + "/");
-    EXPECT_EQ(d->strLastSaveFolder(), w.sandbox + "/");
-    EXPECT_EQ(d->strInitialDir(), w.sandbox + "/");
-    EXPECT_EQ(d->lngLastOpenFilter(), 1);
-    EXPECT_EQ(d->lngLastSaveFilter(), 1);
-    EXPECT_EQ(d->strDialogError(), "N/A");
-    EXPECT_EQ(d->lngColor(), 0xC0C0C0);
-    const auto pairs = clsDIALOGS::FilterPairs(d->strFilterRaw());
-    ASSERT_EQ(pairs.size(), 6u);
-    EXPECT_EQ(pairs[0], std::make_pair("All Files (*.*)"s, "*.*"s));
-    EXPECT_EQ(pairs[5], std::make_pair("Text Files (*.TXT)"s, "*.TXT"s));
-}
-
 TEST_F(DialogsTest, FilterBarsBecomeNulsEndedByTwo) {
     d->strFilter("Tessuma Saved Games (*.tsm)|*.tsm");
     EXPECT_EQ(d->strFilterRaw(), "Tessuma Saved Games (*.tsm)\0*.tsm\0\0"s);
@@ -95,19 +79,6 @@ TEST_F(DialogsTest, FilterBarsBecomeNulsEndedByTwo) {
     EXPECT_EQ(LastRequest().filters[1], std::make_pair("Text"s, "*.txt;*.text"s));
     EXPECT_EQ(clsDIALOGS::FilterPairs("A\0a\0\0B\0b\0\0"s).size(), 1u);
     EXPECT_EQ(clsDIALOGS::FilterPairs("A\0a\0B\0\0"s).size(), 1u);
-}
-
-TEST(DialogsErrorText, EveryCodeOfTheTable) {
-    const std::pair<int, const char*> table[] = {
-        {-1, "Dialog Failure"},        {0, "General Codes Failure"},      {1, "Structure Size Error"},
-        {2, "Initialization Failure"}, {3, "No Template"},                {4, "No Instance Handle"},
-        {5, "Load String Failure"},    {6, "Find Resource Failure"},      {7, "Load Resource Failure"},
-        {8, "Lock Resource Failure"},  {9, "Memory Allocation Failure"},  {10, "Memory Lock Failure"},
-        {11, "No Hook"},               {12, "Register Message Failure"},  {12288, "File Name Codes Error"},
-        {12289, "Subclassing Failure"}, {12290, "Invalid File Name"},
-        {12291, "File Name/Title Buffer Too Small"}};
-    for (const auto& [code, text] : table) EXPECT_EQ(clsDIALOGS::ErrorText(code), text) << code;
-    for (int code : {13, -2, 12292, 99999}) EXPECT_EQ(clsDIALOGS::ErrorText(code), "Unknown Error") << code;
 }
 
 TEST_F(DialogsTest, CancelLeavesEverythingAndShowsNothing) {
@@ -322,19 +293,6 @@ TEST_F(DialogsTest, ProfileRoundTripKeepsOtherSectionsAndKeys) {
     EXPECT_EQ(files, 1);
 }
 
-TEST_F(DialogsTest, ProfileIsReadAsThePlatformReadsIt) {
-    d.reset();
-    WriteAll(ini, "[dialogs]\r\n  LASTOPENDIR  =  \"/quoted dir/\"  \r\nLastSaveFilter=abc\r\n"
-                  "LastOpenFilter=-4\r\nLastSaveFile='/single.tsm'\r\n[DIALOGS2]\r\nInitialDir=/wrong/\r\n");
-    Make();
-    EXPECT_EQ(d->strLastOpenFolder(), "/quoted dir/");
-    EXPECT_EQ(d->lngLastSaveFilter(), 0);
-    EXPECT_EQ(d->lngLastOpenFilter(), 0);
-    EXPECT_EQ(d->strLastSaveFile(), "/single.tsm");
-    EXPECT_EQ(d->strLastSaveFolder(), w.sandbox + "/");
-    EXPECT_EQ(d->strInitialDir(), w.sandbox + "/");
-}
-
 TEST_F(DialogsTest, WithoutPersistenceNothingIsWritten) {
     d->blnUsePersistence(false);
     w.dialogs.answers.push_back("/games/a.tsm");
@@ -393,68 +351,6 @@ TEST_F(DialogsTest, RunTimeFaultsAskAbortRetryIgnore) {
     w.dialogs.faults.push_back("colour");
     d->lngChooseColor();
     EXPECT_EQ(w.sysbox.lastTitle, "CHOOSE COLOR ERROR");
-}
-
-TEST_F(DialogsTest, ColourFontPageSetupPrinterAndFolder) {
-    d->lngColor(0x123456);
-    w.dialogs.colors.push_back(0x0000FF);
-    EXPECT_EQ(d->lngChooseColor(), 0x0000FF);
-    EXPECT_EQ(d->lngColor(), 0x0000FF);
-    EXPECT_EQ(d->lngChooseColor(), 0x0000FF);  // cancelled: as it was
-    EXPECT_EQ(d->strDialogError(), "General Codes Failure");
-
-    IDialogHost::FontChoice f;
-    f.faceName = "Courier New";
-    f.sizePoints = 12;
-    f.bold = true;
-    f.italic = true;
-    f.color = 0xB55E0B;
-    w.dialogs.fonts.push_back(f);
-    EXPECT_TRUE(d->blnChooseFont());
-    EXPECT_EQ(d->strFontFaceName(), "Courier New");
-    EXPECT_EQ(d->lngFontSize(), 12);
-    EXPECT_EQ(d->lngFontColor(), 0xB55E0B);
-    EXPECT_TRUE(d->blnIsFontBold());
-    EXPECT_TRUE(d->blnIsFontItalic());
-    EXPECT_EQ(d->lngFontType() & 0x300, 0x300);
-    EXPECT_EQ(d->strFontStyle(), "Bold");
-    f.bold = f.italic = false;
-    w.dialogs.fonts.push_back(f);
-    d->blnChooseFont();
-    EXPECT_EQ(d->strFontStyle(), "Regular");
-    EXPECT_FALSE(d->blnIsFontBold());
-    EXPECT_EQ(d->lngFontType() & 0x700, 0x400);
-    EXPECT_FALSE(d->blnChooseFont());
-    EXPECT_EQ(d->strFontFaceName(), "Courier New");
-
-    // Page setup: margins given in, results out, never under their limits.
-    d->intLeftMargin(700);
-    d->intMinMarginTop(300);
-    IDialogHost::PageSetup page;
-    page.paperWidth = 8268;
-    page.paperHeight = 11693;
-    page.left = 1000;
-    page.top = 100;
-    w.dialogs.pageSetups.push_back(page);
-    EXPECT_TRUE(d->blnPageSetup());
-    EXPECT_EQ(w.dialogs.lastPageSetup.left, 700);
-    EXPECT_EQ(w.dialogs.lastPageSetup.minTop, 300);
-    EXPECT_EQ(d->lngPaperWidth(), 8268);
-    EXPECT_EQ(d->lngPaperHeight(), 11693);
-    EXPECT_EQ(d->intLeftMargin(), 1000);
-    EXPECT_EQ(d->intTopMargin(), 300);
-    EXPECT_FALSE(d->blnPageSetup());
-    EXPECT_EQ(d->lngPaperWidth(), 8268);
-
-    w.dialogs.prints.push_back(true);
-    EXPECT_TRUE(d->blnPrintDialog());
-    EXPECT_FALSE(d->blnPrintDialog());
-
-    w.dialogs.folders.push_back("/home/games");
-    EXPECT_EQ(d->fstrBrowseForFolder(), "/home/games");
-    EXPECT_EQ(w.dialogs.lastFolderTitle, "Select Folder");
-    EXPECT_EQ(d->fstrBrowseForFolder(), "");
-    EXPECT_EQ(w.sysbox.count, 0);
 }
 
 TEST(DialogsWithoutHost, EveryOperationFailsCleanly) {

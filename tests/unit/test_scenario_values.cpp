@@ -22,30 +22,6 @@ std::pair<int, std::string> CheckText(const std::string& text) {
 
 }  // namespace
 
-TEST(ScenarioValues, ColoursPrintAsSixUpperCaseHexDigitsInBlueGreenRedOrder) {
-    EXPECT_EQ(FormatColour(0x2600C0), "&H2600C0");
-    EXPECT_EQ(FormatColour(0xB55E0B), "&HB55E0B");
-    EXPECT_EQ(FormatColour(0), "&H000000");
-    EXPECT_EQ(FormatColour(13139164), "&HC87CDC");
-    // System colours have the top bit set and keep all eight digits.
-    EXPECT_EQ(FormatColour(static_cast<std::int32_t>(0x80000005u)), "&H80000005");
-}
-
-TEST(ScenarioValues, FloatsPrintWholeWithoutDecimalsElseInTheShortestExactForm) {
-    EXPECT_EQ(FormatFloat(75.0f), "75");
-    EXPECT_EQ(FormatFloat(0.0f), "0");
-    EXPECT_EQ(FormatFloat(-0.0f), "0");
-    EXPECT_EQ(FormatFloat(37.5f), "37.5");
-    EXPECT_EQ(FormatFloat(0.1f), "0.1");
-    EXPECT_EQ(FormatFloat(-12.25f), "-12.25");
-    EXPECT_EQ(FormatFloat(1.0f / 3.0f), "0.33333334");
-}
-
-TEST(ScenarioValues, TextEscapesOnlyLineBreaksTabsAndBackslashes) {
-    EXPECT_EQ(EscapeText("a\r\nb\tc\\d \"e\""), "a\\r\\nb\\tc\\\\d \"e\"");
-    EXPECT_EQ(EscapeText(""), "");
-}
-
 TEST(ScenarioValues, ValuesForSetReadByTheKindOfThePath) {
     Value v;
     std::string error;
