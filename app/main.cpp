@@ -13,6 +13,7 @@
 #include "dialogs/QtDialogHost.h"
 #include "forms/modMain.h"
 #include "net/QtDownloader.h"
+#include "platform/QtFiles.h"
 #include "platform/QtInstallPaths.h"
 #include "platform/QtPlatform.h"
 #include "settings/QtSettingsStore.h"
@@ -57,6 +58,7 @@ int main(int argc, char** argv) {
     HeldMusicDevice music([] { return std::make_unique<QtMusicDevice>(); });
     QtShell shell;
     QtDownloader download;
+    QtFiles files;
 
     Ports ports;
     ports.settings = &settings;
@@ -73,6 +75,7 @@ int main(int argc, char** argv) {
     ports.music = &music;
     ports.shell = &shell;
     ports.download = &download;
+    ports.files = &files;
     // The songs lie beside the program in a build, under share/ once installed.
     ports.programDir = ProgramDataDir();
     ports.commandLine = commandLine;

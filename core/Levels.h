@@ -2,6 +2,7 @@
 // The four levels of the game and their puzzle banks.
 
 #include <array>
+#include <string>
 
 struct LevelInfo {
     int index;                // level index of the menu, 0..3
@@ -29,3 +30,6 @@ inline constexpr std::array<LevelInfo, kLevelCount> kLevels = {{
 // BaseScore of a puzzle typed in by the player, and its label.
 inline constexpr int kOwnPuzzleBaseScore = 25000;
 inline constexpr const char* kOwnPuzzleLabel = "unknown";
+
+// The level whose label word is `word` (any case), or nothing.
+const LevelInfo* LevelOfWord(const std::string& word);

@@ -123,4 +123,26 @@ std::string Trim(std::string_view s) {
     return std::string(s.substr(b, e - b));
 }
 
+std::string TrimBlanks(std::string_view s) {
+    std::size_t b = 0, e = s.size();
+    while (b < e && (s[b] == ' ' || s[b] == '\t')) ++b;
+    while (e > b && (s[e - 1] == ' ' || s[e - 1] == '\t')) --e;
+    return std::string(s.substr(b, e - b));
+}
+
+std::vector<std::string> SplitLines(std::string_view text) {
+    std::vector<std::string> lines;
+    std::size_t pos = 0;
+    while (true) {
+        const auto at = text.find('\n', pos);
+        if (at == std::string_view::npos) {
+            lines.emplace_back(text.substr(pos));
+            return lines;
+        }
+        const std::size_t end = at > pos && text[at - 1] == '\r' ? at - 1 : at;
+        lines.emplace_back(text.substr(pos, end - pos));
+        pos = at + 1;
+    }
+}
+
 }  // namespace vb

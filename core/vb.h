@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vb {
 
@@ -51,5 +52,11 @@ std::string Remove(std::string_view s, std::string_view what);
 
 // Trims blanks at both ends.
 std::string Trim(std::string_view s);
+// Trims blanks and tabs at both ends.
+std::string TrimBlanks(std::string_view s);
+
+// The lines of a text: "a\r\nb\r\n" is "a", "b", "". CR LF or a lone LF
+// ends a line.
+std::vector<std::string> SplitLines(std::string_view text);
 
 }  // namespace vb

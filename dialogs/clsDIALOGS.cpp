@@ -1,24 +1,14 @@
 #include "dialogs/clsDIALOGS.h"
 
-#include "core/AtomicFile.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <atomic>
-#include <cctype>
-#include <cerrno>
 #include <climits>
-#include <filesystem>
 #include <new>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
-namespace fs = std::filesystem;
+#include "core/Ini.h"
 
 namespace {
 
@@ -32,7 +22,7 @@ constexpr const char* kKeySaveDir = "LastSaveDir";
 constexpr const char* kKeyInitialDir = "InitialDir";
 
 // A profile larger than this is not ours: it is left unread and unwritten.
-constexpr std::uintmax_t kMaxProfileBytes = 1024 * 1024;
+constexpr std::size_t kMaxProfileBytes = 1024 * 1024;
 
 // The option bits of the file dialogs.
 constexpr std::uint32_t kFlagsOpen = 0x8140C;
@@ -48,18 +38,6 @@ constexpr int kStyleAbortRetryIgnore = 2;
 constexpr const char* kDefaultFilter =
     "All Files (*.*)|*.*|Batch Files (*.BAT)|*.BAT|INF Files (*.INF)|*.INF|SYS Files (*.SYS)|*.SYS|"
     "HTM Files (*.HTM)|*.HTM|Text Files (*.TXT)|*.TXT";
-
-std::string Lower(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
-
-std::string TrimBlanks(const std::string& s) {
-    std::size_t b = 0, e = s.size();
-    while (b < e && (s[b] == ' ' || s[b] == '\t')) ++b;
-    while (e > b && (s[e - 1] == ' ' || s[e - 1] == '\t')) --e;
-    return s.substr(b, e - b);
-}
 
 std::string WithSlash(std::string folder) {
     if (!folder.empty() && folder.back() != '/') folder += '/';
@@ -77,153 +55,13 @@ std::string NameOf(const std::string& path) {
     return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-// ---------------------------------------------------------------------------
-// The profile file, read and written as the platform's profile functions do:
-// sections and keys without regard to case, values trimmed and freed of one
-// pair of surrounding quotes; writing a key keeps every other line.
-
-struct Profile {
-    std::vector<std::string> lines;
-
-    static std::string SectionName(const std::string& line) {
-        const std::string t = TrimBlanks(line);
-        if (t.empty() || t[0] != '[') return {};
-        const auto close = t.find(']');
-        if (close == std::string::npos) return {};
-        return Lower(TrimBlanks(t.substr(1, close - 1)));
-    }
-    static bool IsSection(const std::string& line) { return !TrimBlanks(line).empty() && TrimBlanks(line)[0] == '['; }
-    static bool KeyOfLine(const std::string& line, std::string& key, std::string& value) {
-        const std::string t = TrimBlanks(line);
-        if (t.empty() || t[0] == ';' || t[0] == '[') return false;
-        const auto eq = t.find('=');
-        if (eq == std::string::npos) return false;
-        key = Lower(TrimBlanks(t.substr(0, eq)));
-        value = TrimBlanks(t.substr(eq + 1));
-        if (value.size() >= 2 && ((value.front() == '"' && value.back() == '"') ||
-                                  (value.front() == '\'' && value.back() == '\'')))
-            value = value.substr(1, value.size() - 2);
-        return true;
-    }
-
-    // False when the file exists but can't be used (unreadable, too large).
-    bool Read(const std::string& path) {
-        lines.clear();
-        std::error_code ec;
-        const auto status = fs::status(path, ec);
-        if (ec || !fs::exists(status)) return true;  // a first run: no file yet
-        if (!fs::is_regular_file(status)) return false;
-        const auto size = fs::file_size(path, ec);
-        if (ec || size > kMaxProfileBytes) return false;
-        const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-        if (fd < 0) return false;
-        std::string text;
-        char buf[8192];
-        bool ok = true;
-        while (true) {
-            const ssize_t n = ::read(fd, buf, sizeof buf);
-            if (n < 0) {
-                if (errno == EINTR) continue;
-                ok = false;
-                break;
-            }
-            if (n == 0) break;
-            text.append(buf, static_cast<std::size_t>(n));
-            if (text.size() > kMaxProfileBytes) {
-                ok = false;
-                break;
-            }
-        }
-        ::close(fd);
-        if (!ok) return false;
-        std::size_t pos = 0;
-        while (pos < text.size()) {
-            auto nl = text.find('\n', pos);
-            if (nl == std::string::npos) nl = text.size();
-            std::string line = text.substr(pos, nl - pos);
-            if (!line.empty() && line.back() == '\r') line.pop_back();
-            lines.push_back(std::move(line));
-            pos = nl + 1;
-        }
-        return true;
-    }
-
-    bool Get(const std::string& section, const std::string& key, std::string& value) const {
-        const std::string s = Lower(section), k = Lower(key);
-        bool in = false;
-        for (const std::string& line : lines) {
-            if (IsSection(line)) {
-                in = SectionName(line) == s;
-                continue;
-            }
-            std::string lk, lv;
-            if (in && KeyOfLine(line, lk, lv) && lk == k) {
-                value = lv;
-                return true;
-            }
-        }
-        return false;
-    }
-
-    void Set(const std::string& section, const std::string& key, std::string value) {
-        // A line break in a value would break the file.
-        for (char& c : value)
-            if (c == '\r' || c == '\n') c = ' ';
-        const std::string s = Lower(section), k = Lower(key);
-        const std::string entry = key + "=" + value;
-        bool in = false;
-        std::size_t sectionAt = lines.size(), lastKeyAt = lines.size();
-        for (std::size_t i = 0; i < lines.size(); ++i) {
-            if (IsSection(lines[i])) {
-                if (in) break;  // the end of our section
-                in = SectionName(lines[i]) == s;
-                if (in) sectionAt = lastKeyAt = i;
-                continue;
-            }
-            if (!in) continue;
-            std::string lk, lv;
-            if (KeyOfLine(lines[i], lk, lv)) {
-                if (lk == k) {
-                    lines[i] = entry;
-                    return;
-                }
-                lastKeyAt = i;
-            }
-        }
-        if (sectionAt == lines.size()) {
-            lines.push_back("[" + section + "]");
-            lines.push_back(entry);
-            return;
-        }
-        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(lastKeyAt + 1), entry);
-    }
-
-    std::string Text() const {
-        std::string t;
-        for (const std::string& line : lines) t += line + "\n";
-        return t;
-    }
-};
-
-// The platform's reading of a whole number in a profile: its leading digits;
-// a text without any reads as 0, a negative number as 0.
-std::int32_t ProfileInt(const std::string& text) {
-    std::size_t i = 0;
-    bool negative = false;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
-    long long v = 0;
-    for (; i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])); ++i) {
-        v = v * 10 + (text[i] - '0');
-        if (v > INT32_MAX) v = INT32_MAX;
-    }
-    return negative ? 0 : static_cast<std::int32_t>(v);
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------------------
-clsDIALOGS::clsDIALOGS(IDialogHost* host, ISystemMessageBox* sysbox, std::string programDir, std::string profilePath)
-    : host_(host), sysbox_(sysbox), programDir_(WithSlash(std::move(programDir))), profilePath_(std::move(profilePath)) {
+clsDIALOGS::clsDIALOGS(IDialogHost* host, ISystemMessageBox* sysbox, IFiles& files, std::string programDir,
+                       std::string profilePath)
+    : host_(host), sysbox_(sysbox), files_(files), programDir_(WithSlash(std::move(programDir))),
+      profilePath_(std::move(profilePath)) {
     for (std::string& name : FileNames_) name.clear();
     strFilter(kDefaultFilter);
     strLastOpenFolder_ = strLastSaveFolder_ = strInitialDir_ = programDir_;
@@ -239,31 +77,46 @@ clsDIALOGS::~clsDIALOGS() {
     }
 }
 
+// The profile as it stands: empty on a first run (no file yet); nothing when
+// the file can't be ours (a folder, unreadable, too large).
+std::optional<IniText> clsDIALOGS::ReadProfile() {
+    if (profilePath_.empty()) return std::nullopt;
+    std::string text;
+    switch (files_.ReadFile(profilePath_, kMaxProfileBytes, text)) {
+        case IFiles::Read::Ok: return IniText(text);
+        case IFiles::Read::Missing: return IniText();
+        default: return std::nullopt;
+    }
+}
+
 void clsDIALOGS::LoadProfile() {
-    Profile p;
-    if (!p.Read(profilePath_)) return;
-    std::string v;
-    lngLastOpenFilter_ = p.Get(kSection, kKeyOpenFilter, v) ? ProfileInt(v) : 1;
-    lngLastSaveFilter_ = p.Get(kSection, kKeySaveFilter, v) ? ProfileInt(v) : 1;
-    strLastOpenFile_ = p.Get(kSection, kKeyOpenFile, v) ? v : "";
-    strLastSaveFile_ = p.Get(kSection, kKeySaveFile, v) ? v : "";
-    strLastOpenFolder_ = p.Get(kSection, kKeyOpenDir, v) ? v : programDir_;
-    strLastSaveFolder_ = p.Get(kSection, kKeySaveDir, v) ? v : programDir_;
-    strInitialDir_ = p.Get(kSection, kKeyInitialDir, v) ? v : programDir_;
+    const std::optional<IniText> p = ReadProfile();
+    if (!p) return;
+    const auto get = [&](const char* key, const std::string& otherwise) {
+        return p->Get(kSection, key).value_or(otherwise);
+    };
+    const std::optional<std::string> openFilter = p->Get(kSection, kKeyOpenFilter);
+    const std::optional<std::string> saveFilter = p->Get(kSection, kKeySaveFilter);
+    lngLastOpenFilter_ = openFilter ? ProfileInt(*openFilter) : 1;
+    lngLastSaveFilter_ = saveFilter ? ProfileInt(*saveFilter) : 1;
+    strLastOpenFile_ = get(kKeyOpenFile, "");
+    strLastSaveFile_ = get(kKeySaveFile, "");
+    strLastOpenFolder_ = get(kKeyOpenDir, programDir_);
+    strLastSaveFolder_ = get(kKeySaveDir, programDir_);
+    strInitialDir_ = get(kKeyInitialDir, programDir_);
 }
 
 bool clsDIALOGS::SaveProfile() {
-    if (profilePath_.empty()) return false;
-    Profile p;
-    if (!p.Read(profilePath_)) return false;  // not a profile we may replace
-    p.Set(kSection, kKeyOpenFilter, std::to_string(lngLastOpenFilter_));
-    p.Set(kSection, kKeySaveFilter, std::to_string(lngLastSaveFilter_));
-    p.Set(kSection, kKeyOpenFile, strLastOpenFile_);
-    p.Set(kSection, kKeySaveFile, strLastSaveFile_);
-    p.Set(kSection, kKeyOpenDir, strLastOpenFolder_);
-    p.Set(kSection, kKeySaveDir, strLastSaveFolder_);
-    p.Set(kSection, kKeyInitialDir, strInitialDir_);
-    return WriteFileAtomically(profilePath_, p.Text());
+    std::optional<IniText> p = ReadProfile();
+    if (!p) return false;  // not a profile we may replace
+    p->Set(kSection, kKeyOpenFilter, std::to_string(lngLastOpenFilter_));
+    p->Set(kSection, kKeySaveFilter, std::to_string(lngLastSaveFilter_));
+    p->Set(kSection, kKeyOpenFile, strLastOpenFile_);
+    p->Set(kSection, kKeySaveFile, strLastSaveFile_);
+    p->Set(kSection, kKeyOpenDir, strLastOpenFolder_);
+    p->Set(kSection, kKeySaveDir, strLastSaveFolder_);
+    p->Set(kSection, kKeyInitialDir, strInitialDir_);
+    return files_.WriteFileAtomically(profilePath_, p->Text());
 }
 
 // ---------------------------------------------------------------------------

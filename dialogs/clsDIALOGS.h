@@ -17,9 +17,11 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "core/Ini.h"
 #include "platform/Ports.h"
 
 class clsDIALOGS {
@@ -27,7 +29,8 @@ public:
     // host: the platform's dialogs; sysbox: for failure reports;
     // programDir: the program's folder (default folders); profilePath: the
     // profile file.
-    clsDIALOGS(IDialogHost* host, ISystemMessageBox* sysbox, std::string programDir, std::string profilePath);
+    clsDIALOGS(IDialogHost* host, ISystemMessageBox* sysbox, IFiles& files, std::string programDir,
+               std::string profilePath);
     ~clsDIALOGS();
     clsDIALOGS(const clsDIALOGS&) = delete;
     clsDIALOGS& operator=(const clsDIALOGS&) = delete;
@@ -151,9 +154,11 @@ private:
     template <class Step>
     Trapped Trap(const char* title, Step step);
     void LoadProfile();
+    std::optional<IniText> ReadProfile();
 
     IDialogHost* host_;
     ISystemMessageBox* sysbox_;
+    IFiles& files_;
     std::string programDir_, profilePath_;
 
     bool blnShowErrorMessages_ = true;

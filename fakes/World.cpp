@@ -1,13 +1,10 @@
 #include "fakes/World.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
 #include <stdexcept>
+#include <vector>
 
 #include "forms/frmMessage.h"
-
-namespace fs = std::filesystem;
 
 // --------------------------------------------------------------------------
 std::string FakeSettings::Get(const std::string& app, const std::string& section, const std::string& key) {
@@ -211,8 +208,7 @@ std::optional<std::string> FakeDialogHost::BrowseForFolder(const std::string& ti
 int FakeMusic::Open(const std::string& alias, const std::string& path) {
     commands.push_back("open " + path + " alias " + alias);
     if (open_) return 289;  // the alias is in use
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return 275;  // file not found
+    if (!files_.IsFile(path)) return 275;  // file not found
     open_ = true;
     playing_ = false;
     atEnd_ = false;
@@ -272,7 +268,7 @@ void FakeMusic::SongEnd() {
 
 std::string FakeMusic::SongPlaying() const {
     if (!open_ || !playing_) return "";
-    return fs::path(path_).filename().string();
+    return path_.substr(path_.rfind('/') + 1);
 }
 
 // --------------------------------------------------------------------------
@@ -285,22 +281,64 @@ bool FakeDownloader::Download(const std::string& url, const std::string& localPa
     }
     std::string text = *answers.front();
     answers.pop_front();
-    std::ofstream out(localPath, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out << text;
-    return static_cast<bool>(out);
+    return files_.WriteFileAtomically(localPath, text);
 }
 
 // --------------------------------------------------------------------------
-World::World() {
-    std::string tmpl = (fs::temp_directory_path() / "tessuma-world-XXXXXX").string();
-    if (char* made = mkdtemp(tmpl.data())) sandbox = made;
-    dialogs = FakeDialogHost(sandbox);
+FakeFiles::FakeFiles(std::string rootFolder) : root(std::move(rootFolder)) { folders.insert(root); }
+
+// Relative paths are under the root; "." and empty parts go, ".." climbs.
+std::string FakeFiles::Full(const std::string& path) const {
+    const std::string whole = !path.empty() && path[0] == '/' ? path : root + "/" + path;
+    std::vector<std::string> parts;
+    std::size_t pos = 0;
+    while (pos <= whole.size()) {
+        std::size_t slash = whole.find('/', pos);
+        if (slash == std::string::npos) slash = whole.size();
+        const std::string part = whole.substr(pos, slash - pos);
+        if (part == "..") {
+            if (!parts.empty()) parts.pop_back();
+        } else if (!part.empty() && part != ".") {
+            parts.push_back(part);
+        }
+        pos = slash + 1;
+    }
+    std::string full;
+    for (const std::string& part : parts) full += "/" + part;
+    return full.empty() ? "/" : full;
 }
 
-World::~World() {
-    std::error_code ec;
-    if (!sandbox.empty()) fs::remove_all(sandbox, ec);
+void FakeFiles::Put(const std::string& path, const std::string& text) {
+    const std::string full = Full(path);
+    for (std::size_t slash = full.find('/', 1); slash != std::string::npos; slash = full.find('/', slash + 1))
+        folders.insert(full.substr(0, slash));
+    files[full] = text;
+}
+
+std::optional<std::string> FakeFiles::Get(const std::string& path) const {
+    const auto it = files.find(Full(path));
+    if (it == files.end()) return std::nullopt;
+    return it->second;
+}
+
+IFiles::Read FakeFiles::ReadFile(const std::string& path, std::size_t limit, std::string& text) {
+    text.clear();
+    const std::string full = Full(path);
+    if (folders.count(full)) return Read::NotAFile;
+    const auto it = files.find(full);
+    if (it == files.end()) return Read::Missing;
+    if (unreadable.count(full)) return Read::Failed;
+    if (it->second.size() > limit) return Read::TooLarge;
+    text = it->second;
+    return Read::Ok;
+}
+
+bool FakeFiles::WriteFileAtomically(const std::string& path, const std::string& text) {
+    const std::string full = Full(path);
+    const std::string parent = full.substr(0, std::max<std::size_t>(full.rfind('/'), 1));
+    if (folders.count(full) || !folders.count(parent)) return false;
+    files[full] = text;
+    return true;
 }
 
 Ports World::MakePorts() {
@@ -321,13 +359,11 @@ Ports World::MakePorts() {
     p.printer = &printer;
     p.shell = &shell;
     p.download = &download;
+    p.files = programFiles;
     p.programDir = sandbox;
     p.commandLine = commandLine;
     p.profileDir = sandbox;
     return p;
 }
 
-std::string World::Path(const std::string& relative) const {
-    if (!relative.empty() && relative[0] == '/') return relative;
-    return sandbox + "/" + relative;
-}
+std::string World::Path(const std::string& relative) const { return files.Full(relative); }

@@ -7,11 +7,35 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "platform/Ports.h"
+
+// Files kept in memory under a root folder of their own. Folders exist when
+// made on the way by Put or named in `folders`; relative paths are under the
+// root.
+class FakeFiles : public IFiles {
+public:
+    explicit FakeFiles(std::string root);
+    const std::string root;
+    std::map<std::string, std::string> files;  // by full path
+    std::set<std::string> folders;             // full paths, the root among them
+    // Full paths whose reading fails.
+    std::set<std::string> unreadable;
+
+    std::string Full(const std::string& path) const;
+    void Put(const std::string& path, const std::string& text);  // makes folders on the way
+    std::optional<std::string> Get(const std::string& path) const;
+    bool IsFolder(const std::string& path) const { return folders.count(Full(path)) != 0; }
+
+    Read ReadFile(const std::string& path, std::size_t limit, std::string& text) override;
+    bool WriteFileAtomically(const std::string& path, const std::string& text) override;
+    bool IsFile(const std::string& path) override { return files.count(Full(path)) != 0; }
+    void RemoveFile(const std::string& path) override { files.erase(Full(path)); }
+};
 
 class FakeSettings : public ISettingsStore {
 public:
@@ -168,6 +192,7 @@ public:
 // announced, then stands at its end.
 class FakeMusic : public IMusicDevice {
 public:
+    explicit FakeMusic(IFiles& files) : files_(files) {}
     int Open(const std::string& alias, const std::string& path) override;
     int Play(const std::string& alias, long from, long to) override;
     int Stop(const std::string& alias) override;
@@ -183,6 +208,7 @@ public:
     std::vector<std::string> commands;  // what was sent, for tests
 
 private:
+    IFiles& files_;
     bool open_ = false, playing_ = false, atEnd_ = false;
     std::string alias_, path_;
     static constexpr long kLength = 180000;
@@ -208,22 +234,29 @@ public:
 
 class FakeDownloader : public IDownloader {
 public:
+    explicit FakeDownloader(FakeFiles& files) : files_(files) {}
     std::deque<std::optional<std::string>> answers;  // nothing = fails
     int count = 0;
     std::string lastUrl;
     bool Download(const std::string& url, const std::string& localPath) override;
+
+private:
+    FakeFiles& files_;
 };
 
 class World {
 public:
-    World();  // makes a new, empty sandbox folder
-    ~World();
+    World() = default;
     World(const World&) = delete;
     World& operator=(const World&) = delete;
 
-    std::string sandbox;  // ends without a slash
+    // The program's folder, empty at first; it lives in `files` only.
+    const std::string sandbox = "/sandbox";
     std::string commandLine;
 
+    FakeFiles files{sandbox};
+    // The files the program uses; `files` unless a test hands it others.
+    IFiles* programFiles = &files;
     FakeSettings settings;
     FakeRandom random;
     FakeClock clock;
@@ -234,12 +267,12 @@ public:
     FakeSysBox sysbox;
     FakeMessageHost messages;
     FakePopupHost popups;
-    FakeDialogHost dialogs{""};
+    FakeDialogHost dialogs{sandbox};
     FakeSounds sounds;
-    FakeMusic music;
+    FakeMusic music{files};
     FakePrinter printer;
     FakeShell shell;
-    FakeDownloader download;
+    FakeDownloader download{files};
 
     Ports MakePorts();
 

@@ -1,8 +1,8 @@
 #include "forms/frmMessage.h"
 
-namespace {
-constexpr int kEnter = 13, kSpace = 32, kY = 89, kN = 78, kO = 79;
-}
+#include "core/Keys.h"
+
+using namespace keys;
 
 frmMessage::frmMessage(std::string& messageResult) : MessageResult(messageResult) {
     // Positions in twips, relative to the client area.

@@ -1,50 +1,31 @@
 #include "forms/frmTessuma.h"
 
 #include "core/BoardCode.h"
+#include "core/Keys.h"
 
 // Cell entry: the keys of a cell, the walk of the arrow keys, the judgement
 // of a typed character against BoardState, and the first-cell command.
 
+using namespace keys;
+
 namespace {
 
-constexpr int kKeyEsc = 27, kKeySpace = 32, kKeyLeft = 37, kKeyUp = 38, kKeyRight = 39, kKeyDown = 40;
-
-bool IsArrow(int key) { return key >= kKeyLeft && key <= kKeyDown; }
-
 bool ValidCell(int index) { return index >= 0 && index <= 80; }
-
-// The next cell of an arrow key. Left and Right run through the board as one
-// line of 81 cells; leaving the board at the top goes on one column to the
-// left at the bottom, leaving it at the bottom one column to the right at the
-// top, so that Up or Down alone visits every cell.
-int NextCell(int prev, int key) {
-    switch (key) {
-        case kKeyLeft: return prev == 0 ? 80 : prev - 1;
-        case kKeyRight: return prev == 80 ? 0 : prev + 1;
-        case kKeyUp:
-            if (prev == 0) return 80;
-            return prev < 9 ? prev - 9 + 80 : prev - 9;
-        case kKeyDown:
-            if (prev == 80) return 0;
-            return prev > 71 ? prev + 9 - 80 : prev + 9;
-        default: return prev;
-    }
-}
 
 }  // namespace
 
 void frmTessuma::txtCell_KeyDown(int Index, int KeyCode, int /*Shift*/) {
     if (!ValidCell(Index) || !BoardUncovered()) return;
     const bool arrow = IsArrow(KeyCode);
-    if ((KeyCode == kKeyEsc || KeyCode == kKeySpace || arrow) && picRing[0].Visible) HideRing();
+    if ((KeyCode == kEsc || KeyCode == kSpace || arrow) && picRing[0].Visible) HideRing();
 
-    if (KeyCode == kKeyEsc) {
+    if (KeyCode == kEsc) {
         // Takes the cell out of sight, digit or not; its Text stays.
         txtCell[static_cast<std::size_t>(Index)].Visible = false;
         RecalcPossible();
         return;
     }
-    if (KeyCode == kKeySpace) {
+    if (KeyCode == kSpace) {
         CurrentCell = static_cast<std::int16_t>(Index);
         ShowMarkPicker();
         return;
@@ -122,7 +103,7 @@ void frmTessuma::txtCell_LostFocus(int Index) {
 // queued Delete key takes away again by the ordinary change path.
 void frmTessuma::cmdHiddenFirstCell_Click() {
     if (CountClues() && lblOption[8].Caption == "pause") {
-        txtCell_KeyDown(80, kKeyRight, 0);
+        txtCell_KeyDown(80, kRight, 0);
         return;
     }
     if (!cmdSideNav[0].Visible) {

@@ -1,5 +1,7 @@
 #include "forms/frmTessuma.h"
 
+#include "core/Keys.h"
+
 #include "core/vb.h"
 #include "forms/modMain.h"
 #include "forms/modScreenRes.h"
@@ -23,8 +25,6 @@ constexpr int kPictureVolume = 103;    // slider track, skin on
 constexpr int kPictureHighs = 150;     // high score frame, skin on
 constexpr int kPictureFirstPage = 201; // help pages 201..210
 constexpr int kHelpPages = 10;
-
-constexpr int kKeyLeft = 37, kKeyUp = 38, kKeyRight = 39, kKeyDown = 40;
 
 // A place from the settings, or the centre of the screen as it is now when
 // none is stored (the default is written into the store). A stored value
@@ -243,8 +243,8 @@ void frmTessuma::lblHelpPages_Click(int Index) {
 // The arrow keys turn the pages of help, on release, around the ends.
 void frmTessuma::picFrame_KeyUp(int Index, int KeyCode, int Shift) {
     if (Index != 2) return;
-    if (KeyCode == kKeyLeft || KeyCode == kKeyUp) TurnHelpPage(false);
-    else if (KeyCode == kKeyRight || KeyCode == kKeyDown) TurnHelpPage(true);
+    if (KeyCode == keys::kLeft || KeyCode == keys::kUp) TurnHelpPage(false);
+    else if (KeyCode == keys::kRight || KeyCode == keys::kDown) TurnHelpPage(true);
 }
 
 // The arrows that the help draws under its page list turn the pages as the

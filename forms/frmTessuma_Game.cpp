@@ -1,9 +1,7 @@
 #include "forms/frmTessuma.h"
 
-#include <climits>
-#include <cmath>
-
 #include "core/BoardCode.h"
+#include "core/Clock.h"
 #include "core/Levels.h"
 #include "core/banks/Banks.h"
 #include "core/vb.h"
@@ -11,27 +9,6 @@
 
 // Running game: the level menu and the deal, the clock, the falling score,
 // penalties, pause and the moment of being solved.
-
-namespace {
-
-// The clock's highest count; reaching it puts the clock back to 0.
-constexpr std::int32_t kClockWrap = INT32_MAX;
-
-// A number with at least two digits, as the format "0#" writes it.
-std::string TwoDigits(long long n) {
-    std::string s = vb::Str(n < 0 ? -n : n);
-    if (s.size() < 2) s.insert(0, "0");
-    return n < 0 ? "-" + s : s;
-}
-
-// Int() of a quotient: the largest whole number not above it.
-long long IntDiv(long long a, long long b) {
-    long long q = a / b;
-    if ((a % b != 0) && ((a < 0) != (b < 0))) --q;
-    return q;
-}
-
-}  // namespace
 
 // A level was chosen in the popup of side button 0.
 void frmTessuma::mnuDifficulty_Click(int Index) {
@@ -44,9 +21,7 @@ void frmTessuma::mnuDifficulty_Click(int Index) {
     if (Index < 0 || Index >= kLevelCount) return;
     lblScore.Caption = vb::Str(BaseScore);
     BoardState = vb::Remove(BoardState, "|");
-    const float r = ports.random ? ports.random->Rnd() : 0.0f;
-    int turns = static_cast<int>(std::floor(r * 4.0f));
-    turns = ((turns % 4) + 4) % 4;
+    const int turns = gameclock::DealTurns(ports.random ? ports.random->Rnd() : 0.0f);
     for (int n = 0; n < turns; ++n) BoardState = RotateBoard(BoardState);
     ShowBoardState();
 }
@@ -65,38 +40,16 @@ void frmTessuma::PickPuzzle(int levelIndex) {
 
 // One second of the game clock; penalties call it directly.
 void frmTessuma::tmrClock_Timer() {
-    // A clock at or past its highest count (only a direct setting can put it
-    // there) wraps like one that reaches it.
-    if (ClockSeconds >= kClockWrap - 1) ClockSeconds = 0;
-    else ++ClockSeconds;
-
-    const long long t = ClockSeconds;
-    const long long seconds = t % 60;
-    const long long minutes = IntDiv(t % 3600, 60);
-    if (t < 3600) {
-        lblTimer.Caption = vb::Str(minutes) + ":" + TwoDigits(seconds);
-    } else {
-        lblTimer.Caption = vb::Str(IntDiv(t, 3600)) + ":" + TwoDigits(minutes) + ":" + TwoDigits(seconds);
-    }
+    ClockSeconds = gameclock::Tick(ClockSeconds);
+    lblTimer.Caption = gameclock::Text(ClockSeconds);
     UpdateScore();
 }
 
-// The score falls from BaseScore to 0 in an hour. The factor is 0.0002777,
-// not 1/3600, so a running game never shows the full base score.
-void frmTessuma::UpdateScore() {
-    std::int32_t score = 0;
-    if (ClockSeconds < 3600) {
-        const double left = static_cast<double>(3600LL - static_cast<long long>(ClockSeconds));
-        score = vb::CLng(static_cast<double>(BaseScore) * (left * 0.0002777));
-    }
-    lblScore.Caption = vb::Str(score);
-}
+void frmTessuma::UpdateScore() { lblScore.Caption = vb::Str(gameclock::ScoreAt(BaseScore, ClockSeconds)); }
 
-// Five minutes of clock: 299 seconds here and the 300th by a direct tick,
-// whether the clock runs or not.
+// Five minutes of clock, whether the clock runs or not.
 void frmTessuma::AddPenalty() {
-    const long long later = static_cast<long long>(ClockSeconds) + 299;
-    ClockSeconds = later >= kClockWrap - 1 ? kClockWrap - 1 : static_cast<std::int32_t>(later);
+    ClockSeconds = gameclock::AfterPenalty(ClockSeconds);
     tmrClock_Timer();
 }
 

@@ -6,6 +6,7 @@
 #include "forms/modMain.h"
 #include "settings/modGetSet.h"
 #include "BuildConfig.h"
+#include "core/Volume.h"
 #include "core/vb.h"
 #include "forms/modScreenRes.h"
 #include "audio/modMusic.h"
@@ -164,10 +165,7 @@ void frmTessuma::LoadOptions() {
     chkClickring.Value = CheckValue(store, "Clickring", "1");
     chkSkin.Value = CheckValue(store, "Skin", "1");
     chkSounds.Value = CheckValue(store, "Sounds", "1");
-    double volume = vb::RoundHalfEven(vb::Val(GetData(store, "Volume", "75", "")));
-    if (volume < 0) volume = 0;
-    if (volume > 75) volume = 75;
-    imgVolume.Left = static_cast<float>(volume);
+    imgVolume.Left = volume::StoredThumb(vb::Val(GetData(store, "Volume", "75", "")));
     LoadingOptions = false;
     chkSkin_Click();
 }

@@ -1,12 +1,8 @@
 #include "forms/frmTessuma.h"
 
+#include "core/Keys.h"
+
 // Possibles view, auto-mark and the mark picker.
-
-namespace {
-
-constexpr int kKeyX = 88, kKeyF9 = 120;
-
-}  // namespace
 
 void frmTessuma::lblViewPos_MouseUp(int Index, int Button, int /*Shift*/, float /*X*/, float /*Y*/) {
     HideOverlays();
@@ -100,14 +96,14 @@ void frmTessuma::picMark_Click(int Index) {
 }
 
 void frmTessuma::picMark_KeyUp(int /*Index*/, int KeyCode, int /*Shift*/) {
-    if (KeyCode == '0' || KeyCode == 96 || KeyCode == kKeyX || KeyCode == kKeyF9) {
+    if (KeyCode == '0' || KeyCode == keys::kNumpad0 || KeyCode == keys::kX || KeyCode == keys::kF9) {
         HideMarkPicker();
         txtCell[static_cast<std::size_t>(CurrentCell)].Visible = true;
         SetFocus({"txtCell", CurrentCell});
         return;
     }
     if (KeyCode >= 49 && KeyCode <= 57) picMark_Click(KeyCode - 49);
-    else if (KeyCode >= 97 && KeyCode <= 105) picMark_Click(KeyCode - 97);
+    else if (KeyCode > keys::kNumpad0 && KeyCode <= keys::kNumpad9) picMark_Click(KeyCode - 97);
     // Every other key counts as a change as well, even one that did nothing.
     PuzzleDirty = true;
 }

@@ -1,9 +1,7 @@
 #include "forms/frmTessuma.h"
 
-#include <filesystem>
-#include <system_error>
-
 #include "audio/modMusic.h"
+#include "core/Volume.h"
 #include "core/vb.h"
 
 // Songs and the volume slider. The songs play one after the other, around
@@ -13,21 +11,6 @@
 namespace {
 
 constexpr const char* kAlias = "MusicFile";
-constexpr float kThumbMax = 75.0f;
-
-// Also takes a position that is no number at all back to the left end.
-float ClampThumb(float left) {
-    if (!(left > 0.0f)) return 0.0f;
-    if (left >= kThumbMax) return kThumbMax;
-    return left;
-}
-
-// A step of Alt+- or Alt+=: back to the grid of five, then one step on.
-float VolumeStep(float left, int step) {
-    const std::int32_t n = vb::CLng(left) % 5;
-    const std::int32_t p = vb::CLng(static_cast<double>(left) - n) + step;
-    return ClampThumb(static_cast<float>(p));
-}
 
 }  // namespace
 
@@ -42,8 +25,7 @@ void frmTessuma::NextSong() {
         modMusic::MusicClose(*ports.music, kAlias);
     }
     SongPath = ports.programDir + "/Music/tess" + vb::Str(SongIndex) + ".mp3";
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(SongPath, ec)) return;
+    if (!ports.files->IsFile(SongPath)) return;
     if (!ports.music) return;
     modMusic::MusicOpen(*ports.music, kAlias, SongPath, "MPEGVideo");
     ApplyVolume();
@@ -58,10 +40,8 @@ void frmTessuma::tmrSongCheck_Timer() {
     if (modMusic::MusicAtEnd(*ports.music, kAlias, length)) NextSong();
 }
 
-// The thumb's 0..75 to the device's 0..100: the factor 1.33 reaches 100
-// only through the rounding.
 void frmTessuma::ApplyVolume() {
-    const std::int32_t volume = vb::CLng(static_cast<double>(imgVolume.Left) * 1.33);
+    const std::int32_t volume = volume::DeviceVolume(imgVolume.Left);
     if (ports.music) modMusic::MusicSetVolume(*ports.music, kAlias, "all", volume);
 }
 
@@ -76,16 +56,16 @@ void frmTessuma::imgVolume_MouseMove(int Button, int Shift, float X, float Y) {
     } else {
         LastX = x;
     }
-    imgVolume.Left = ClampThumb(imgVolume.Left);
+    imgVolume.Left = volume::ClampThumb(imgVolume.Left);
     ApplyVolume();
 }
 
 void frmTessuma::cmdHiddenMinus_Click() {
-    imgVolume.Left = VolumeStep(imgVolume.Left, -5);
+    imgVolume.Left = volume::Step(imgVolume.Left, -5);
     ApplyVolume();
 }
 
 void frmTessuma::cmdHiddenPlus_Click() {
-    imgVolume.Left = VolumeStep(imgVolume.Left, 5);
+    imgVolume.Left = volume::Step(imgVolume.Left, 5);
     ApplyVolume();
 }

@@ -1,42 +1,13 @@
 #include "forms/frmTessuma.h"
 
-#include <algorithm>
-#include <cmath>
 #include <vector>
 
+#include "core/Hint.h"
 #include "core/modSudoku.h"
 #include "core/vb.h"
 #include "forms/modMain.h"
 
 // Solve command, vetting, own puzzles, hints.
-
-namespace {
-
-// The units as FindDuplicate names them, by unit index 0 to 8.
-const char* const kOrdinal[9] = {"first ", "second ", "third ", "fourth ", "fifth ",
-                                 "sixth ", "seventh ", "eighth ", "ninth "};
-
-// Offsets of the nine cells of a box from its top left cell.
-constexpr int kBoxOffset[9] = {0, 1, 2, 9, 10, 11, 18, 19, 20};
-
-// Top left cell of box b (0 top left, 2 top right, 8 bottom right).
-int BoxStart(int b) {
-    if (b <= 2) return 3 * b;
-    if (b <= 5) return 3 * b + 18;
-    return 3 * b + 36;
-}
-
-// The lowest digit that stands more than once in the joined texts of a unit,
-// or '\0' when none does.
-char DoubledDigit(const std::string& joined) {
-    for (char d = '1'; d <= '9'; ++d) {
-        const std::size_t without = vb::Remove(joined, std::string(1, d)).size();
-        if (joined.size() - without > 1) return d;
-    }
-    return '\0';
-}
-
-}  // namespace
 
 // CheckOnly false: the solve command, which fills every empty cell from the
 // solver and ends the game, whatever the solver made of the board.
@@ -117,33 +88,15 @@ void frmTessuma::SolveOrCheck(bool CheckOnly) {
     SuppressChange = false;
 }
 
-// Rows before columns before boxes; within a unit the lowest digit. Only
-// the first doubled digit found is told.
+// Only the first doubled digit found is told.
 void frmTessuma::FindDuplicate(bool& Found) {
-    Found = false;
-    auto check = [&](int unit, const int (&cells)[9], const char* word) {
-        std::string joined;
-        for (int cell : cells) joined += txtCell[static_cast<std::size_t>(cell)].Text;
-        const char d = DoubledDigit(joined);
-        if (d == '\0') return false;
-        DuplicateUnit = std::string(kOrdinal[unit]) + word;
-        DuplicateDigit = std::string(1, d);
-        Found = true;
-        return true;
-    };
-    int cells[9];
-    for (int row = 0; row < 9; ++row) {
-        for (int k = 0; k < 9; ++k) cells[k] = row * 9 + k;
-        if (check(row, cells, "row")) return;
-    }
-    for (int col = 0; col < 9; ++col) {
-        for (int k = 0; k < 9; ++k) cells[k] = col + 9 * k;
-        if (check(col, cells, "column")) return;
-    }
-    for (int box = 0; box < 9; ++box) {
-        for (int k = 0; k < 9; ++k) cells[k] = BoxStart(box) + kBoxOffset[k];
-        if (check(box, cells, "box")) return;
-    }
+    std::array<std::string, 81> texts;
+    for (std::size_t i = 0; i < 81; ++i) texts[i] = txtCell[i].Text;
+    const std::optional<Duplicate> d = ::FindDuplicate(texts);
+    Found = d.has_value();
+    if (!d) return;
+    DuplicateDigit = d->digit;
+    DuplicateUnit = d->unit;
 }
 
 // "Solve Puzzle" of the hint popup: no question asked.
@@ -273,8 +226,7 @@ void frmTessuma::CancelOwnPuzzle() {
 void frmTessuma::mnuCancelNewPuzzle_Click() {}
 
 // A hint: the right digit of a random empty cell, read from BoardState, for
-// five minutes of clock. The multiplier is the last index and not the count,
-// so the highest-numbered empty cell is never picked while another is left.
+// five minutes of clock.
 void frmTessuma::mnuFillRandomSquare_Click() {
     SuppressChange = true;
 
@@ -287,12 +239,7 @@ void frmTessuma::mnuFillRandomSquare_Click() {
         mnuFillRandomSquare.Enabled = false;
         return;
     }
-
-    // Worked in double so that a draw just under 1 cannot round up to last.
-    double r = ports.random ? static_cast<double>(ports.random->Rnd()) : 0.0;
-    if (!(r >= 0.0 && r < 1.0)) r = 0.0;  // a generator out of range must not break the rule
-    const int k = std::clamp(static_cast<int>(std::floor(r * last)), 0, std::max(last - 1, 0));
-
+    const int k = HintPick(ports.random ? static_cast<double>(ports.random->Rnd()) : 0.0, last + 1);
     const int cell = empty[static_cast<std::size_t>(k)];
     TextField& c = txtCell[static_cast<std::size_t>(cell)];
     c.Locked = true;

@@ -8,19 +8,16 @@
 // was. A game that was read is saved and read back and
 // must come back the same. Then a little play, and the close command.
 
-#include <fstream>
 #include <string>
 
 #include "core/vb.h"
+#include "core/SavedGame.h"
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "fuzz/FuzzSupport.h"
 
 namespace {
-
-// The largest file the reader takes as a game.
-constexpr std::size_t kMaxGameFileBytes = 1024 * 1024;
 
 // The board line of a file: "|" removed, up to the first CR LF, or (as the
 // reader also takes the lone LF of editors here as a line end) up to the
@@ -53,12 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string crlfLine = FirstLine(text, false), lfLine = FirstLine(text, true);
 
     World w;
-    if (w.sandbox.empty()) return 0;
     const std::string path = w.Path("game.tsm");
-    {
-        std::ofstream out(path, std::ios::binary);
-        out << text;
-    }
+    w.files.Put(path, text);
     w.commandLine = "\"" + path + "\"";
     Program p(w.MakePorts());
     p.Main();

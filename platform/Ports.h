@@ -4,6 +4,7 @@
 // them for real (Qt*.cpp), the simulated world in fakes/ for tests and the
 // scenario runner.
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -217,6 +218,23 @@ public:
     virtual bool Download(const std::string& url, const std::string& localPath) = 0;
 };
 
+// Files on the player's disk: whole small files read at once, files
+// replaced whole or not at all.
+class IFiles {
+public:
+    virtual ~IFiles() = default;
+    enum class Read { Ok, Missing, NotAFile, TooLarge, Failed };
+    // Reads a plain file of at most `limit` bytes whole into `text` (left
+    // empty unless Ok). Never waits on a pipe or a device.
+    virtual Read ReadFile(const std::string& path, std::size_t limit, std::string& text) = 0;
+    // The file afterwards is either the old one, untouched, or the whole new
+    // one; false when it is the old one.
+    virtual bool WriteFileAtomically(const std::string& path, const std::string& text) = 0;
+    // A file (not a folder) of that name is there.
+    virtual bool IsFile(const std::string& path) = 0;
+    virtual void RemoveFile(const std::string& path) = 0;
+};
+
 // Wall clock, for the one seeding of the random generator.
 class IClock {
 public:
@@ -242,6 +260,7 @@ struct Ports {
     IPrinter* printer = nullptr;
     IShell* shell = nullptr;
     IDownloader* download = nullptr;
+    IFiles* files = nullptr;
     // The program's own folder (Music/, the version file); and the command line.
     std::string programDir;
     std::string commandLine;

@@ -13,10 +13,6 @@ struct Token {
     bool quoted = false;
 };
 
-// Splits a text into lines at line feeds; a carriage return before the line
-// feed belongs to the line end. A last line without a line end counts.
-std::vector<std::string> SplitLines(std::string_view text);
-
 // Splits one line into words separated by blanks (spaces and tabs). A line
 // whose first non-blank character is '#' is a comment and gives no words.
 // A word in double quotes may hold blanks and the escapes \" \\ \r \n \t.

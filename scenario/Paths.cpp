@@ -4,11 +4,11 @@
 #include <cctype>
 #include <climits>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <sstream>
 
+#include "core/Ini.h"
+#include "core/vb.h"
 #include "scenario/Lexer.h"
 #include "settings/modGetSet.h"
 
@@ -542,60 +542,6 @@ const std::vector<WorldEntry>& WorldEntries() {
 }
 
 // --------------------------------------------------------------------------
-// Reading the profile file of the dialogs: section and key compare without
-// regard to case, blanks around a value and a pair of quotes around it go.
-
-std::string Trim(const std::string& s) {
-    std::size_t a = 0, b = s.size();
-    while (a < b && (s[a] == ' ' || s[a] == '\t')) ++a;
-    while (b > a && (s[b - 1] == ' ' || s[b - 1] == '\t')) --b;
-    return s.substr(a, b - a);
-}
-
-std::string Lower(std::string s) {
-    for (char& c : s) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return s;
-}
-
-std::string ReadProfile(const std::string& file, const std::string& section, const std::string& key) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) return "";
-    std::string line;
-    bool inSection = false;
-    while (std::getline(in, line)) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        const std::string t = Trim(line);
-        if (t.empty() || t[0] == ';') continue;
-        if (t[0] == '[') {
-            const auto close = t.find(']');
-            inSection = close != std::string::npos && Lower(Trim(t.substr(1, close - 1))) == Lower(section);
-            continue;
-        }
-        if (!inSection) continue;
-        const auto eq = t.find('=');
-        if (eq == std::string::npos) continue;
-        if (Lower(Trim(t.substr(0, eq))) != Lower(key)) continue;
-        std::string v = Trim(t.substr(eq + 1));
-        if (v.size() >= 2 && ((v.front() == '"' && v.back() == '"') || (v.front() == '\'' && v.back() == '\'')))
-            v = v.substr(1, v.size() - 2);
-        return v;
-    }
-    return "";
-}
-
-std::string ReadWholeFile(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) return "";
-    std::ostringstream os;
-    os << in.rdbuf();
-    return os.str();
-}
-
-bool IsRegularFile(const std::string& file) {
-    std::error_code ec;
-    return std::filesystem::is_regular_file(file, ec);
-}
-
 // --------------------------------------------------------------------------
 // Pieces of a path: Name, Name(ARG), Name(ARG).Prop.
 
@@ -668,8 +614,8 @@ const C* FindByName(const std::vector<C>& list, const std::string& name) {
 
 // A name that differs only in case, to point out a slip.
 std::string CaseHint(const std::string& name) {
-    const std::string low = Lower(name);
-    auto check = [&](const std::string& n) { return Lower(n) == low && n != name; };
+    const std::string low = vb::LCase(name);
+    auto check = [&](const std::string& n) { return vb::LCase(n) == low && n != name; };
     for (const auto& e : MainControls())
         if (check(e.name)) return e.name;
     for (const auto& e : MainValues())
@@ -728,8 +674,8 @@ bool ResolveMain(const Parts& p, bool prefixed, const std::string& shown, Path& 
             error = "Possible takes a row and a column, as Possible(0,8)";
             return false;
         }
-        if (!ParseIndex(Trim(p.arg.substr(0, comma)), 0, 8, "the row of Possible", r, error) ||
-            !ParseIndex(Trim(p.arg.substr(comma + 1)), 0, 8, "the column of Possible", c, error))
+        if (!ParseIndex(vb::TrimBlanks(p.arg.substr(0, comma)), 0, 8, "the row of Possible", r, error) ||
+            !ParseIndex(vb::TrimBlanks(p.arg.substr(comma + 1)), 0, 8, "the column of Possible", c, error))
             return false;
         out.kind = ValueKind::Text;
         out.needs = Needs::Form;
@@ -744,7 +690,7 @@ bool ResolveMain(const Parts& p, bool prefixed, const std::string& shown, Path& 
             error = "HighEntries takes an index, as HighEntries(0)";
             return false;
         }
-        if (!ParseIndex(Trim(p.arg), 0, 13, "HighEntries", i, error)) return false;
+        if (!ParseIndex(vb::TrimBlanks(p.arg), 0, 13, "HighEntries", i, error)) return false;
         out.kind = ValueKind::Text;
         out.needs = Needs::Form;
         const auto ii = static_cast<std::size_t>(i);
@@ -818,7 +764,9 @@ bool ResolveCall(const std::string& text, Path& out, std::string& error, bool& m
             return false;
         }
         out.kind = ValueKind::Text;
-        out.get = [arg](Runtime& rt) { return Text(ReadProfile(rt.SandboxPath("tessuma.ini"), "DIALOGS", arg)); };
+        out.get = [arg](Runtime& rt) {
+            return Text(IniText(rt.world.files.Get("tessuma.ini").value_or("")).Get("DIALOGS", arg).value_or(""));
+        };
         return true;
     }
     if (!CheckSandboxPath(arg, error)) {
@@ -827,10 +775,10 @@ bool ResolveCall(const std::string& text, Path& out, std::string& error, bool& m
     }
     if (name == "File") {
         out.kind = ValueKind::Text;
-        out.get = [arg](Runtime& rt) { return Text(ReadWholeFile(rt.SandboxPath(arg))); };
+        out.get = [arg](Runtime& rt) { return Text(rt.world.files.Get(arg).value_or("")); };
     } else {
         out.kind = ValueKind::Bool;
-        out.get = [arg](Runtime& rt) { return Bool(IsRegularFile(rt.SandboxPath(arg))); };
+        out.get = [arg](Runtime& rt) { return Bool(rt.world.files.IsFile(arg)); };
     }
     return true;
 }

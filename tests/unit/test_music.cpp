@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -139,8 +137,7 @@ struct MusicFormTest : ::testing::Test {
     frmTessuma* f = nullptr;
 
     void Song(int n) {
-        std::filesystem::create_directories(w.Path("Music"));
-        std::ofstream(w.Path("Music/tess" + std::to_string(n) + ".mp3")) << "song";
+        w.files.Put("Music/tess" + std::to_string(n) + ".mp3", "song");
     }
     void Start() {
         p = std::make_unique<Program>(w.MakePorts());

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 
@@ -52,7 +50,7 @@ TEST_F(UpdateTest, TheVersionIsComparedAsANumberOfTenths) {
             EXPECT_EQ(w.messages.lastText, kNewest) << c.file;
         }
         EXPECT_EQ(p.UpdateUrl, "u") << c.file;
-        EXPECT_FALSE(std::filesystem::exists(w.Path("tessver.txt"))) << c.file;
+        EXPECT_FALSE(w.files.IsFile("tessver.txt")) << c.file;
     }
 }
 
@@ -84,7 +82,7 @@ TEST_F(UpdateTest, AFileWithoutTwoFieldsIsRefusedAndChangesNothing) {
         EXPECT_EQ(w.messages.count, before + 1) << file;
         EXPECT_EQ(w.messages.lastText, kNoConnect) << file;
         EXPECT_EQ(p.UpdateUrl, "http://kept.example/") << file;
-        EXPECT_FALSE(std::filesystem::exists(w.Path("tessver.txt"))) << file;
+        EXPECT_FALSE(w.files.IsFile("tessver.txt")) << file;
     }
 }
 
@@ -107,12 +105,12 @@ TEST(UpdateCheck, ADownloadThatLeftNoFileIsTheFailureNotice) {
 }
 
 TEST_F(UpdateTest, TheVersionFileReplacesAnOldOneAndGoes) {
-    std::ofstream(w.Path("tessver.txt")) << "99,http://stale.example/\r\n";
+    w.files.Put("tessver.txt", "99,http://stale.example/\r\n");
     EXPECT_FALSE(Check("20,http://fresh.example/\r\n"));
     EXPECT_EQ(p.UpdateUrl, "http://fresh.example/");
-    EXPECT_FALSE(std::filesystem::exists(w.Path("tessver.txt")));
+    EXPECT_FALSE(w.files.IsFile("tessver.txt"));
     // A failed download never reads a file left from before.
-    std::ofstream(w.Path("tessver.txt")) << "99,http://stale.example/\r\n";
+    w.files.Put("tessver.txt", "99,http://stale.example/\r\n");
     f->CheckForUpdate();
     EXPECT_EQ(w.messages.lastText, kNoConnect);
     EXPECT_EQ(p.UpdateUrl, "http://fresh.example/");

@@ -10,6 +10,7 @@
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
 #include "net/QtDownloader.h"
+#include "platform/QtFiles.h"
 
 namespace {
 
@@ -56,12 +57,16 @@ class tst_UpdateCheck : public QObject {
     std::unique_ptr<QtDownloader> downloader;
     std::unique_ptr<Program> program;
     TinyHttpServer server;
+    QtFiles files;
+    QTemporaryDir scratch;
 
     void Start(const QString& url) {
         world = std::make_unique<World>();
         downloader = std::make_unique<QtDownloader>(5000);
         Ports ports = world->MakePorts();
         ports.download = downloader.get();
+        ports.files = &files;
+        ports.scratchDir = scratch.path().toStdString();
         ports.versionUrl = url.toStdString();
         program = std::make_unique<Program>(ports);
         program->Main();
@@ -83,7 +88,7 @@ private slots:
         QCOMPARE(QString::fromStdString(world->messages.lastText), QString("You have newest\r\nTessuma Sudoku."));
         QVERIFY(!program->UpdateForm || !program->UpdateForm->Visible);
         // The local copy of the version file is gone again.
-        QVERIFY(!QFile::exists(QString::fromStdString(world->sandbox + "/tessver.txt")));
+        QVERIFY(!QFile::exists(scratch.filePath("tessver.txt")));
     }
 
     void newerVersionOffersTheDownload() {

@@ -1,4 +1,4 @@
-#include "core/AtomicFile.h"
+#include "platform/AtomicFile.h"
 
 #include <fcntl.h>
 #include <signal.h>

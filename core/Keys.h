@@ -1,0 +1,20 @@
+#pragma once
+// The virtual key codes the game's handlers take, and the walk of the arrow
+// keys over the board. The Qt layer maps its keys onto these codes in one
+// place (the view's key mapping); scenarios name them by number.
+
+namespace keys {
+
+inline constexpr int kBack = 8, kTab = 9, kEnter = 13, kEsc = 27, kSpace = 32, kEnd = 35, kHome = 36,
+                     kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kDelete = 46, kX = 88, kNumpad0 = 96,
+                     kNumpad9 = 105, kF9 = 120, kN = 78, kO = 79, kY = 89;
+
+inline bool IsArrow(int key) { return key >= kLeft && key <= kDown; }
+
+// The next cell of an arrow key. Left and Right run through the board as one
+// line of 81 cells; leaving the board at the top goes on one column to the
+// left at the bottom, leaving it at the bottom one column to the right at the
+// top, so that Up or Down alone visits every cell.
+int NextCell(int prev, int key);
+
+}  // namespace keys
