@@ -114,6 +114,6 @@ int main(int argc, char** argv) {
     if (!program.Running) return 0;
     // The form's load went on after the window first showed it (the song
     // timer, a game named on the command line): show it as it stands now.
-    if (window.View()) window.View()->Sync();
+    if (window.View()) window.View()->AfterModel();
     return app.exec();
 }

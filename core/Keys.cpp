@@ -17,4 +17,15 @@ int NextCell(int prev, int key) {
     }
 }
 
+char AccessChar(int key) {
+    if (key >= 'A' && key <= 'Z') return static_cast<char>(key - 'A' + 'a');
+    switch (key) {
+        case kOemMinus: return '-';
+        case kOemPlus: return '=';
+        case kOemComma: return ',';
+        case kOemPeriod: return '.';
+        default: return '\0';
+    }
+}
+
 }  // namespace keys

@@ -1,5 +1,7 @@
 #include "forms/frmMessage.h"
 
+#include <algorithm>
+
 #include "core/Keys.h"
 
 using namespace keys;
@@ -85,9 +87,11 @@ void frmMessage::Form_Unload() {
     else if (txtName.Visible) MessageResult = txtName.Text;
 }
 
-void frmMessage::TypeName(const std::string& text) {
-    txtName.Text = text.substr(0, static_cast<std::size_t>(txtName.MaxLength));
-    txtName.SelStart = static_cast<int>(txtName.Text.size());
+void frmMessage::TypeName(const std::string& text) { txtName_Change(text, static_cast<int>(text.size())); }
+
+void frmMessage::txtName_Change(const std::string& text, int caret) {
+    txtName.Text = text.substr(0, static_cast<std::size_t>(std::max(txtName.MaxLength, 0)));
+    txtName.SelStart = std::clamp(caret, 0, static_cast<int>(txtName.Text.size()));
 }
 
 int frmMessage::DeliverQueuedKeys() {

@@ -41,6 +41,8 @@ public:
 
     // The player edits the name field (at most 20 characters are kept).
     void TypeName(const std::string& text);
+    // The player edited the name field: its text and caret as they stand.
+    void txtName_Change(const std::string& text, int caret);
     int DeliverQueuedKeys();
 
 private:

@@ -1,6 +1,9 @@
 #include "forms/frmTessuma.h"
 
+#include <algorithm>
+
 #include "BuildConfig.h"
+#include "core/Keys.h"
 #include "forms/modMain.h"
 
 namespace {
@@ -230,13 +233,67 @@ void frmTessuma::SetCellText(int index, const std::string& text) {
     txtCell_Change(index);
 }
 
-void frmTessuma::PlayerTypes(int index, const std::string& text) {
-    if (index < 0 || index > 80) return;
-    TextField& c = txtCell[static_cast<std::size_t>(index)];
+void frmTessuma::PlayerTypes(int index, const std::string& text) { txtCell_Edit(index, CellEdit::Replace, text); }
+
+void frmTessuma::txtCell_Edit(int Index, CellEdit Edit, const std::string& Text) {
+    if (Index < 0 || Index > 80) return;
+    TextField& c = txtCell[static_cast<std::size_t>(Index)];
     if (c.Locked) return;
-    c.Text = text.substr(0, static_cast<std::size_t>(c.MaxLength));
-    c.SelStart = static_cast<int>(c.Text.size());
-    txtCell_Change(index);
+    const int size = static_cast<int>(c.Text.size());
+    switch (Edit) {
+        case CellEdit::Replace:
+            c.Text = Text.substr(0, static_cast<std::size_t>(c.MaxLength));
+            c.SelStart = static_cast<int>(c.Text.size());
+            break;
+        case CellEdit::Insert:
+            if (Text.size() != 1 || size >= c.MaxLength) return;
+            c.Text.insert(static_cast<std::size_t>(std::clamp(c.SelStart, 0, size)), Text);
+            c.SelStart = std::clamp(c.SelStart, 0, size) + 1;
+            break;
+        case CellEdit::Backspace:
+            if (c.SelStart <= 0 || c.SelStart > size) return;
+            c.Text.erase(static_cast<std::size_t>(c.SelStart - 1), 1);
+            --c.SelStart;
+            break;
+        case CellEdit::Delete: {
+            // A cell holds one digit: Delete takes it out also with the caret
+            // after it, as it stands right after typing.
+            const int at = c.SelStart >= 0 && c.SelStart < size ? c.SelStart : size - 1;
+            if (at < 0) return;
+            c.Text.erase(static_cast<std::size_t>(at), 1);
+            c.SelStart = at;
+            break;
+        }
+        case CellEdit::Home: c.SelStart = 0; return;
+        case CellEdit::End: c.SelStart = size; return;
+    }
+    txtCell_Change(Index);
+}
+
+bool frmTessuma::KeyPress(int KeyCode, int Shift, const std::string& Text) {
+    const bool alt = (Shift & keys::kAltMask) != 0, ctrl = (Shift & keys::kCtrlMask) != 0;
+    if (alt && !ctrl && PressAltKey(keys::AccessChar(KeyCode))) {
+        DeliverQueuedKeys();
+        return true;
+    }
+    const ControlRef focus = FocusedControl();
+    if (focus.name != "txtCell") return false;
+    txtCell_KeyDown(focus.index, KeyCode, Shift);
+    if (KeyCode == keys::kTab) {
+        TabForward();
+    } else if (FocusedControl() == focus && !alt && !ctrl) {
+        // What the text box itself does with the key, if it still has the focus.
+        switch (KeyCode) {
+            case keys::kBack: txtCell_Edit(focus.index, CellEdit::Backspace); break;
+            case keys::kDelete: txtCell_Edit(focus.index, CellEdit::Delete); break;
+            case keys::kHome: txtCell_Edit(focus.index, CellEdit::Home); break;
+            case keys::kEnd: txtCell_Edit(focus.index, CellEdit::End); break;
+            default:
+                if (!Text.empty()) txtCell_Edit(focus.index, CellEdit::Insert, Text);
+        }
+    }
+    DeliverQueuedKeys();
+    return true;
 }
 
 void frmTessuma::SetClickringValue(int value) {

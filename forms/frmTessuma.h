@@ -140,6 +140,18 @@ public:
     // The player edits a cell: unless Locked, the text becomes `text` (at most
     // one character) and the change handler runs.
     void PlayerTypes(int index, const std::string& text);
+    // What a cell's text box does by itself with a key: typing a character
+    // (`text`), Backspace, Delete, Home, End, or the whole text replaced.
+    // Nothing in a Locked cell; the change handler runs when the text changes.
+    enum class CellEdit { Insert, Backspace, Delete, Home, End, Replace };
+    void txtCell_Edit(int Index, CellEdit Edit, const std::string& Text = {});
+    // A key pressed on the form, as the platform delivers it: an Alt access
+    // key first, else the cell that has the focus gets its KeyDown and then
+    // its text box's own editing. `Text` is the character the key types.
+    // Keys the program queued for itself follow. False when nothing took it.
+    bool KeyPress(int KeyCode, int Shift, const std::string& Text);
+    // The window system changed the window's state (0 normal, 1 minimised).
+    void SetWindowState(int state) { WindowState = state; }
     // Check box values; the click handler runs when the value changes.
     void SetClickringValue(int value);
     void SetSkinValue(int value);

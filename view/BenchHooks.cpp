@@ -90,7 +90,7 @@ private:
         // What the level menu's entry does: the handler, then the view
         // follows the model.
         win->View()->Form().mnuDifficulty_Click(level_);
-        win->View()->Sync();
+        win->View()->AfterModel();
     }
 
     void Quit() {

@@ -1,5 +1,7 @@
 #include "view/FormView.h"
 
+#include "view/InputCodes.h"
+
 #include <QCursor>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -101,7 +103,7 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
         side_[static_cast<std::size_t>(i)] = MakeButton(words[i], kCream);
         connect(side_[static_cast<std::size_t>(i)], &HoverCommand::Click, this, [this, i] {
             Form().cmdSideNav_Click(i);
-            Sync();
+            AfterModel();
         });
     }
     max_ = MakeButton("maximize", kWhite);
@@ -115,7 +117,7 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
     auto bind = [this](HoverCommand* b, void (frmTessuma::*handler)()) {
         connect(b, &HoverCommand::Click, this, [this, handler] {
             (Form().*handler)();
-            Sync();
+            AfterModel();
         });
     };
     bind(min_, &frmTessuma::cmdMinimize_Click);
@@ -130,11 +132,11 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
     song_.setInterval(250);
     connect(&clock_, &QTimer::timeout, this, [this] {
         if (Form().tmrClock.Enabled) Form().tmrClock_Timer();
-        Sync();
+        AfterModel();
     });
     connect(&song_, &QTimer::timeout, this, [this] {
         if (Form().tmrSongCheck.Enabled) Form().tmrSongCheck_Timer();
-        Sync();
+        AfterModel();
     });
     caret_.setInterval(530);
     connect(&caret_, &QTimer::timeout, this, [this] {
@@ -174,11 +176,16 @@ void FormView::SyncButton(HoverCommand* b, const CommandButton& m, const QPoint&
     b->SetEnabled(m.Enabled);
 }
 
-void FormView::Sync() {
+void FormView::AfterModel() {
+    if (!program_.MainForm) return;
+    // Keystrokes the program queued for itself arrive after its handler.
+    Form().DeliverQueuedKeys();
+    Refresh();
+}
+
+void FormView::Refresh() {
     if (!program_.MainForm) return;
     frmTessuma& f = Form();
-    // Keystrokes the program queued for itself arrive after its handler.
-    f.DeliverQueuedKeys();
 
     for (std::size_t i = 0; i < 9; ++i) SyncButton(side_[i], f.cmdSideNav[i]);
     SyncButton(min_, f.cmdMinimize);
@@ -547,29 +554,12 @@ FormView::Hit FormView::HitTest(const QPoint& pt) const {
     return {Hit::Background, -1};
 }
 
-int FormView::ButtonCode(Qt::MouseButton b) {
-    switch (b) {
-        case Qt::LeftButton: return 1;
-        case Qt::RightButton: return 2;
-        case Qt::MiddleButton: return 4;
-        default: return 0;
-    }
-}
-
-int FormView::Buttons(Qt::MouseButtons b) {
-    return (b & Qt::LeftButton ? 1 : 0) | (b & Qt::RightButton ? 2 : 0) | (b & Qt::MiddleButton ? 4 : 0);
-}
-
-int FormView::ShiftCode(Qt::KeyboardModifiers m) {
-    return (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) | (m & Qt::AltModifier ? 4 : 0);
-}
-
 void FormView::mousePressEvent(QMouseEvent* e) {
     if (!program_.MainForm) return;
     frmTessuma& f = Form();
     const QPoint pt = e->position().toPoint();
     const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
-    const int button = ButtonCode(e->button()), shift = ShiftCode(e->modifiers());
+    const int button = input::ButtonCode(e->button()), shift = input::ShiftCode(e->modifiers());
     pressed_ = HitTest(pt);
     pressedButton_ = e->button();
     switch (pressed_.kind) {
@@ -590,7 +580,7 @@ void FormView::mousePressEvent(QMouseEvent* e) {
         default:
             break;
     }
-    Sync();
+    AfterModel();
 }
 
 void FormView::mouseMoveEvent(QMouseEvent* e) {
@@ -598,7 +588,7 @@ void FormView::mouseMoveEvent(QMouseEvent* e) {
     frmTessuma& f = Form();
     const QPoint pt = e->position().toPoint();
     const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
-    const int buttons = Buttons(e->buttons()), shift = ShiftCode(e->modifiers());
+    const int buttons = input::Buttons(e->buttons()), shift = input::ShiftCode(e->modifiers());
     bool changed = false;
     if (pressed_.kind == Hit::Background && (e->buttons() & pressedButton_)) {
         f.Form_MouseMove(buttons, shift, x, y);
@@ -611,7 +601,7 @@ void FormView::mouseMoveEvent(QMouseEvent* e) {
         changed = true;
     }
     UpdateCursor(pt);
-    if (changed) Sync();
+    if (changed) AfterModel();
 }
 
 void FormView::mouseReleaseEvent(QMouseEvent* e) {
@@ -619,7 +609,7 @@ void FormView::mouseReleaseEvent(QMouseEvent* e) {
     frmTessuma& f = Form();
     const QPoint pt = e->position().toPoint();
     const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
-    const int button = ButtonCode(e->button()), shift = ShiftCode(e->modifiers());
+    const int button = input::ButtonCode(e->button()), shift = input::ShiftCode(e->modifiers());
     const Hit down = pressed_;
     const Hit up = HitTest(pt);
     pressed_ = {};
@@ -668,7 +658,7 @@ void FormView::mouseReleaseEvent(QMouseEvent* e) {
         default:
             break;
     }
-    Sync();
+    AfterModel();
 }
 
 void FormView::mouseDoubleClickEvent(QMouseEvent* e) {
@@ -710,13 +700,13 @@ void FormView::GlideStep() {
     }
     if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) {
         Form().Form_MouseUp(1, 0, 0, 0);
-        Sync();
+        AfterModel();
         return;
     }
     const QPointF local = mapFromGlobal(QCursor::pos().toPointF());
     if (std::abs(local.x() - Form().DragStartX) < 0.5 && std::abs(local.y() - Form().DragStartY) < 0.5) return;
     Form().Form_MouseMove(1, 0, static_cast<float>(local.x()), static_cast<float>(local.y()));
-    Sync();
+    AfterModel();
 }
 
 bool FormView::focusNextPrevChild(bool) {
@@ -726,80 +716,21 @@ bool FormView::focusNextPrevChild(bool) {
 
 void FormView::keyPressEvent(QKeyEvent* e) {
     if (!program_.MainForm) return;
-    frmTessuma& f = Form();
-    const int shift = ShiftCode(e->modifiers());
-    if ((e->modifiers() & Qt::AltModifier) && !(e->modifiers() & Qt::ControlModifier)) {
-        char key = 0;
-        const int k = e->key();
-        if (k >= Qt::Key_A && k <= Qt::Key_Z) key = static_cast<char>('A' + (k - Qt::Key_A));
-        else if (k == Qt::Key_Minus || k == Qt::Key_Underscore) key = '-';
-        else if (k == Qt::Key_Equal || k == Qt::Key_Plus) key = '=';
-        else if (k == Qt::Key_Comma || k == Qt::Key_Less) key = ',';
-        else if (k == Qt::Key_Period || k == Qt::Key_Greater) key = '.';
-        if (key && f.PressAltKey(key)) {
-            Sync();
-            return;
-        }
-    }
-    const ControlRef focus = f.FocusedControl();
-    if (focus.name != "txtCell") {
+    if (!Form().KeyPress(input::VirtualKey(e), input::ShiftCode(e->modifiers()), input::TypedText(e))) {
         QWidget::keyPressEvent(e);
         return;
     }
-    const int index = focus.index;
-    const int vk = VirtualKey(e);
-    if (vk) f.txtCell_KeyDown(index, vk, shift);
-    if (e->key() == Qt::Key_Tab) {
-        f.TabForward();
-        Sync();
-        return;
-    }
-    // What the text box itself does with the key, if it still has the focus.
-    const ControlRef after = f.FocusedControl();
-    TextField& c = f.txtCell[static_cast<std::size_t>(index)];
-    if (after == focus && !c.Locked && !(e->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
-        if (e->key() == Qt::Key_Backspace) {
-            if (c.SelStart > 0 && c.SelStart <= static_cast<int>(c.Text.size())) {
-                c.Text.erase(static_cast<std::size_t>(c.SelStart - 1), 1);
-                --c.SelStart;
-                f.txtCell_Change(index);
-            }
-        } else if (e->key() == Qt::Key_Delete) {
-            // A cell holds one digit: Delete takes it out also with the caret
-            // after it, as it stands right after typing.
-            const int size = static_cast<int>(c.Text.size());
-            const int at = c.SelStart >= 0 && c.SelStart < size ? c.SelStart : size - 1;
-            if (at >= 0) {
-                c.Text.erase(static_cast<std::size_t>(at), 1);
-                c.SelStart = at;
-                f.txtCell_Change(index);
-            }
-        } else if (e->key() == Qt::Key_Home) {
-            c.SelStart = 0;
-        } else if (e->key() == Qt::Key_End) {
-            c.SelStart = static_cast<int>(c.Text.size());
-        } else {
-            const QString t = e->text();
-            if (t.size() == 1 && t[0].isPrint() && t[0].unicode() < 128 &&
-                static_cast<int>(c.Text.size()) < c.MaxLength) {
-                c.Text.insert(static_cast<std::size_t>(std::clamp(c.SelStart, 0, static_cast<int>(c.Text.size()))),
-                              1, static_cast<char>(t[0].unicode()));
-                c.SelStart += 1;
-                f.txtCell_Change(index);
-            }
-        }
-    }
-    Sync();
+    AfterModel();
 }
 
 void FormView::keyReleaseEvent(QKeyEvent* e) {
     if (!program_.MainForm || e->isAutoRepeat()) return;
     frmTessuma& f = Form();
     const ControlRef focus = f.FocusedControl();
-    const int vk = VirtualKey(e);
-    const int shift = ShiftCode(e->modifiers());
+    const int vk = input::VirtualKey(e);
+    const int shift = input::ShiftCode(e->modifiers());
     if (focus.name == "picMark") f.picMark_KeyUp(focus.index, vk, shift);
     else if (focus.name == "picFrame") f.picFrame_KeyUp(focus.index, vk, shift);
     else return;
-    Sync();
+    AfterModel();
 }

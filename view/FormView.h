@@ -24,9 +24,11 @@ public:
 
     frmTessuma& Form() const;
 
-    // After the model changed: delivers the keys it queued, mirrors timers,
-    // buttons and pointer, and repaints.
-    void Sync();
+    // After the model changed (input, a timer, start-up): the keys the program
+    // queued for itself are delivered, then the widgets follow the model.
+    void AfterModel();
+    // The widgets follow the model as it stands; changes nothing in it.
+    void Refresh();
 
     // What lies under a point of the form, topmost first.
     struct Hit {
@@ -66,9 +68,6 @@ private:
     void PaintOverlays(class QPainter& p);
     void UpdateCursor(const QPoint& pt);
     void GlideStep();
-    static int ButtonCode(Qt::MouseButton b);
-    static int Buttons(Qt::MouseButtons b);
-    static int ShiftCode(Qt::KeyboardModifiers m);
 
     Program& program_;
     // The ring and the mark picker float over every control, the buttons

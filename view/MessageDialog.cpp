@@ -1,5 +1,7 @@
 #include "view/MessageDialog.h"
 
+#include "view/InputCodes.h"
+
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -12,35 +14,6 @@
 #include "view/Look.h"
 #include "view/X11Hints.h"
 
-int VirtualKey(const QKeyEvent* e) {
-    const int k = e->key();
-    const bool keypad = e->modifiers() & Qt::KeypadModifier;
-    if (k >= Qt::Key_0 && k <= Qt::Key_9) return (keypad ? 96 : 48) + (k - Qt::Key_0);
-    if (k >= Qt::Key_A && k <= Qt::Key_Z) return 65 + (k - Qt::Key_A);
-    switch (k) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter: return 13;
-        case Qt::Key_Escape: return 27;
-        case Qt::Key_Space: return 32;
-        case Qt::Key_Left: return 37;
-        case Qt::Key_Up: return 38;
-        case Qt::Key_Right: return 39;
-        case Qt::Key_Down: return 40;
-        case Qt::Key_Backspace: return 8;
-        case Qt::Key_Tab: return 9;
-        case Qt::Key_Delete: return 46;
-        case Qt::Key_Insert: return keypad ? 96 : 45;
-        case Qt::Key_End: return keypad ? 97 : 35;
-        case Qt::Key_PageDown: return keypad ? 99 : 34;
-        case Qt::Key_PageUp: return keypad ? 105 : 33;
-        case Qt::Key_Home: return keypad ? 103 : 36;
-        case Qt::Key_Clear: return keypad ? 101 : 12;
-        case Qt::Key_F9: return 120;
-        default: break;
-    }
-    if (k >= Qt::Key_F1 && k <= Qt::Key_F12) return 112 + (k - Qt::Key_F1);
-    return 0;
-}
 
 MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
     : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
@@ -59,8 +32,7 @@ MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
         name_->setText(QString::fromStdString(model_.txtName.Text));
         name_->installEventFilter(this);
         connect(name_, &QLineEdit::textEdited, this, [this](const QString& t) {
-            model_.txtName.Text = t.toStdString();
-            model_.txtName.SelStart = name_->cursorPosition();
+            model_.txtName_Change(t.toStdString(), name_->cursorPosition());
         });
         // The caret goes to the end, as the queued Ctrl+End asks.
         model_.DeliverQueuedKeys();
@@ -137,8 +109,8 @@ bool MessageDialog::eventFilter(QObject* watched, QEvent* event) {
     if (watched == name_ && event->type() == QEvent::KeyRelease) {
         auto* e = static_cast<QKeyEvent*>(event);
         if (!e->isAutoRepeat()) {
-            model_.txtName.Text = name_->text().toStdString();
-            model_.Form_KeyUp(VirtualKey(e), 0);
+            model_.txtName_Change(name_->text().toStdString(), name_->cursorPosition());
+            model_.Form_KeyUp(input::VirtualKey(e), 0);
             AfterModel();
         }
         return false;
@@ -152,7 +124,7 @@ bool MessageDialog::eventFilter(QObject* watched, QEvent* event) {
 
 void MessageDialog::keyReleaseEvent(QKeyEvent* e) {
     if (e->isAutoRepeat()) return;
-    model_.Form_KeyUp(VirtualKey(e), 0);
+    model_.Form_KeyUp(input::VirtualKey(e), 0);
     AfterModel();
 }
 
@@ -170,7 +142,7 @@ void MessageDialog::mouseReleaseEvent(QMouseEvent* e) {
     auto hit = [&](const Label& l) {
         return l.Visible && Px(l.Left, l.Top, l.Width, l.Height).adjusted(-20, -4, 20, 4).contains(pt);
     };
-    if (name_) model_.txtName.Text = name_->text().toStdString();
+    if (name_) model_.txtName_Change(name_->text().toStdString(), name_->cursorPosition());
     if (hit(model_.lblYes)) model_.lblYes_Click();
     else if (hit(model_.lblNo)) model_.lblNo_Click();
     else if (hit(model_.lblOkay)) model_.lblOkay_Click();
@@ -179,7 +151,7 @@ void MessageDialog::mouseReleaseEvent(QMouseEvent* e) {
 
 void MessageDialog::closeEvent(QCloseEvent* e) {
     if (!model_.Unloaded) {
-        if (name_) model_.txtName.Text = name_->text().toStdString();
+        if (name_) model_.txtName_Change(name_->text().toStdString(), name_->cursorPosition());
         model_.CloseBySystem();
     }
     e->accept();

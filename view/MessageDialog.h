@@ -43,7 +43,3 @@ private:
     QWidget* owner_;
 };
 
-// The Windows virtual key code of a Qt key event, as the game's handlers
-// expect them (Enter 13, Space 32, arrows 37..40, digits 48..57, letters
-// 65..90, keypad digits 96..105, F9 120); 0 when it has none.
-int VirtualKey(const QKeyEvent* e);

@@ -54,7 +54,7 @@ void TessumaWindow::FollowModel() {
     if (closePending_ && !QtDownloader::Active() && !QApplication::activeModalWidget()) {
         closePending_ = false;
         f.cmdClose_Click();
-        if (view_) view_->Sync();
+        if (view_) view_->AfterModel();
         return;
     }
     // The update window follows its model: shown while it is visible.
@@ -88,7 +88,7 @@ void TessumaWindow::Show() {
     if (fullScreen_) GoFullScreen();
     else show();
     if (view_) {
-        view_->Sync();
+        view_->AfterModel();
         activateWindow();
         view_->setFocus();
     }
@@ -100,7 +100,7 @@ std::int32_t TessumaWindow::SetOwner(const std::string& ownedForm) {
     if (ownedForm != "frmUpdate" || update_) return 0;
     update_ = new UpdateDialog(program_, this);
     connect(update_, &UpdateDialog::ModelChanged, this, [this] {
-        if (view_) view_->Sync();
+        if (view_) view_->AfterModel();
         else FollowModel();
     });
     return 0;
@@ -177,7 +177,7 @@ void TessumaWindow::changeEvent(QEvent* e) {
     QGraphicsView::changeEvent(e);
     // Coming back from the task bar, the window takes its place again.
     if (e->type() == QEvent::WindowStateChange && !isMinimized() && program_.MainForm)
-        program_.MainForm->WindowState = 0;
+        program_.MainForm->SetWindowState(0);
 }
 
 void TessumaWindow::closeEvent(QCloseEvent* e) {
@@ -193,5 +193,5 @@ void TessumaWindow::closeEvent(QCloseEvent* e) {
         return;
     }
     program_.MainForm->cmdClose_Click();
-    if (view_) view_->Sync();
+    if (view_) view_->AfterModel();
 }

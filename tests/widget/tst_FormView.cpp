@@ -34,7 +34,7 @@ class tst_FormView : public QObject {
     void Deal() {
         Form().BoardState = kPuzzle;
         Form().ShowBoardState();
-        view->Sync();
+        view->AfterModel();
     }
 
 private slots:
@@ -45,7 +45,7 @@ private slots:
         view = std::make_unique<FormView>(*program);
         view->show();
         QVERIFY(QTest::qWaitForWindowExposed(view.get()));
-        view->Sync();
+        view->AfterModel();
     }
 
     void cleanup() {

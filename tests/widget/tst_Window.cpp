@@ -65,7 +65,7 @@ private slots:
         // A press on a cell's labels or a panel word starts no drag.
         Form().BoardState = std::string(81, ' ');
         Form().ShowBoardState();
-        view->Sync();
+        view->AfterModel();
         QTest::mousePress(view, Qt::LeftButton, Qt::NoModifier, QPoint(140, 84));
         QVERIFY(!Form().DragActive);
         QTest::mouseRelease(view, Qt::LeftButton, Qt::NoModifier, QPoint(140, 84));
@@ -77,7 +77,7 @@ private slots:
         Form().Left = 1500;
         Form().Top = 1200;
         Form().cmdMaximize_Click();
-        window->View()->Sync();
+        window->View()->AfterModel();
         QVERIFY(Form().cmdRestoreDown.Visible);
         QCOMPARE(display->WidthPixels(), 640);
         const QSize screen = window->screen()->geometry().size();
@@ -91,7 +91,7 @@ private slots:
         QVERIFY(std::abs(centre.y() - screen.height() / 2) <= 1);
 
         Form().cmdRestoreDown_Click();
-        window->View()->Sync();
+        window->View()->AfterModel();
         QVERIFY(!Form().cmdRestoreDown.Visible);
         QTRY_COMPARE(window->size(), QSize(640, 480));
         QCOMPARE(window->transform().m11(), 1.0);
