@@ -120,6 +120,9 @@ std::vector<CallEntry> BuildTable() {
         rt.Form().PlayerTypes(I(a[0]), a[1].s);
         return std::string();
     }));
+    t.push_back(Make("KeyPress", {KeyCode(), Shift(), TextArg("Text")}, [](Runtime& rt, const Args& a) {
+        return FormatBool(rt.Form().KeyPress(I(a[0]), I(a[1]), a[2].s));
+    }));
     t.push_back(Make("SetClickringValue", {IntArg("Value", 0, 2)}, [](Runtime& rt, const Args& a) {
         rt.Form().SetClickringValue(I(a[0]));
         return std::string();
