@@ -29,7 +29,7 @@
 #include <string>
 
 #include "forms/Controls.h"
-#include "platform/Ports.h"
+#include "forms/Ports.h"
 
 class Program;
 

@@ -5,7 +5,7 @@
 #include "core/Levels.h"
 #include "core/SavedGame.h"
 #include "core/vb.h"
-#include "dialogs/clsDIALOGS.h"
+#include "forms/clsDIALOGS.h"
 #include "forms/modMain.h"
 
 // Saved games: a game is five lines of text in a ".tsm" file, each ending

@@ -5,7 +5,7 @@
 #include "core/vb.h"
 #include "forms/modMain.h"
 #include "forms/modScreenRes.h"
-#include "settings/modGetSet.h"
+#include "forms/modGetSet.h"
 
 // Window frame, skin, option panel, help, printing.
 //

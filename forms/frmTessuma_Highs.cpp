@@ -2,7 +2,7 @@
 
 #include "core/HighScores.h"
 #include "forms/modMain.h"
-#include "settings/modGetSet.h"
+#include "forms/modGetSet.h"
 
 // High scores.
 

@@ -4,12 +4,12 @@
 
 #include "forms/frmMessage.h"
 #include "forms/modMain.h"
-#include "settings/modGetSet.h"
+#include "forms/modGetSet.h"
 #include "BuildConfig.h"
 #include "core/Volume.h"
 #include "core/vb.h"
 #include "forms/modScreenRes.h"
-#include "audio/modMusic.h"
+#include "forms/modMusic.h"
 
 using modGetSet::GetData;
 using modGetSet::SaveData;

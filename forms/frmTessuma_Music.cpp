@@ -1,6 +1,6 @@
 #include "forms/frmTessuma.h"
 
-#include "audio/modMusic.h"
+#include "forms/modMusic.h"
 #include "core/Volume.h"
 #include "core/vb.h"
 

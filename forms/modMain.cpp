@@ -1,6 +1,6 @@
 #include "forms/modMain.h"
 
-#include "dialogs/clsDIALOGS.h"
+#include "forms/clsDIALOGS.h"
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Ports.h"
+#include "forms/Ports.h"
 
 class clsDIALOGS;
 class frmTessuma;

@@ -1,7 +1,7 @@
 #pragma once
 // modScreenRes: switches every attached display to a mode of the given size.
 
-#include "platform/Ports.h"
+#include "forms/Ports.h"
 
 namespace modScreenRes {
 

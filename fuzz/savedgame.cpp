@@ -12,7 +12,7 @@
 
 #include "core/vb.h"
 #include "core/SavedGame.h"
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "fuzz/FuzzSupport.h"

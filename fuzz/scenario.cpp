@@ -12,7 +12,7 @@
 #include <string>
 
 #include "fuzz/FuzzSupport.h"
-#include "scenario/Scenario.h"
+#include "sim/Scenario.h"
 
 namespace {
 

@@ -12,11 +12,11 @@
 #include <string>
 #include <tuple>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "fuzz/FuzzSupport.h"
-#include "settings/modGetSet.h"
+#include "forms/modGetSet.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"

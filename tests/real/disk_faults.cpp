@@ -33,10 +33,10 @@
 #include <string>
 #include <thread>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
-#include "platform/QtFiles.h"
+#include "qt/ports/QtFiles.h"
 
 namespace fs = std::filesystem;
 

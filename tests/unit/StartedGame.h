@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 

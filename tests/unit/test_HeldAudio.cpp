@@ -2,7 +2,7 @@
 // real devices exist reaches them afterwards, in order, and nothing is lost
 // or doubled once they are there.
 
-#include "audio/HeldAudio.h"
+#include "forms/HeldAudio.h"
 
 #include <gtest/gtest.h>
 

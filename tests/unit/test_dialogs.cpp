@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "dialogs/clsDIALOGS.h"
-#include "fakes/World.h"
+#include "forms/clsDIALOGS.h"
+#include "sim/World.h"
 
 using namespace std::string_literals;
 

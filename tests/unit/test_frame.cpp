@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 

@@ -6,11 +6,11 @@
 #include <string>
 
 #include "StartedGame.h"
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmMessage.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
-#include "settings/modGetSet.h"
+#include "forms/modGetSet.h"
 
 namespace {
 

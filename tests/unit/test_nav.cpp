@@ -9,7 +9,7 @@
 #include "BuildConfig.h"
 #include "core/vb.h"
 #include "StartedGame.h"
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 

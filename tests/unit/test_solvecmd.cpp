@@ -7,7 +7,7 @@
 
 #include "core/vb.h"
 #include "StartedGame.h"
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 

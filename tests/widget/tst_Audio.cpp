@@ -13,8 +13,8 @@
 #include <cmath>
 #include <memory>
 
-#include "audio/QtMusicDevice.h"
-#include "audio/QtSoundEffects.h"
+#include "qt/ports/QtMusicDevice.h"
+#include "qt/ports/QtSoundEffects.h"
 
 namespace {
 

@@ -16,10 +16,10 @@
 #include <memory>
 #include <string>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
-#include "settings/QtSettingsStore.h"
+#include "qt/ports/QtSettingsStore.h"
 
 namespace {
 

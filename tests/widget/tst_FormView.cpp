@@ -3,10 +3,10 @@
 
 #include <QtTest>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
-#include "view/FormView.h"
+#include "qt/view/FormView.h"
 
 namespace {
 

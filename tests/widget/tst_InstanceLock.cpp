@@ -17,7 +17,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/QtPlatform.h"
+#include "qt/ports/QtPlatform.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include <QGraphicsProxyWidget>
 #include <QtTest>
 
-#include "fakes/World.h"
+#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
-#include "platform/QtPlatform.h"
-#include "view/FormView.h"
-#include "view/TessumaWindow.h"
+#include "qt/ports/QtPlatform.h"
+#include "qt/view/FormView.h"
+#include "qt/view/TessumaWindow.h"
 
 class tst_Window : public QObject {
     Q_OBJECT

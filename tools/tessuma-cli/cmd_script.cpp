@@ -5,7 +5,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "scenario/Scenario.h"
+#include "sim/Scenario.h"
 
 // tessuma-cli script FILE|-: runs one scenario against the game's forms in a
 // simulated world. Exit status 0 when every expectation held, 1 when one

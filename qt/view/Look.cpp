@@ -1,0 +1,113 @@
+#include "qt/view/Look.h"
+
+#include <QFile>
+#include <QFontMetricsF>
+#include <QSvgRenderer>
+
+#include <QCursor>
+#include <QDir>
+#include <QFontDatabase>
+#include <QHash>
+#include <QResource>
+
+namespace look {
+
+namespace {
+
+// The faces that stand in for the game's: "Japan" is Dosis ExtraBold
+// (always the heavy weight), "AmerType Md BT" Roboto Slab bold, "Verdana"
+// DejaVu Sans, "Courier New" Liberation Mono, "Arial" Liberation Sans.
+const char* const kJapan = "Dosis";
+const char* const kAmerType = "Roboto Slab";
+const char* const kVerdana = "DejaVu Sans";
+const char* const kCourier = "Liberation Mono";
+const char* const kArial = "Liberation Sans";
+
+}  // namespace
+
+void LoadFonts() {
+    static bool done = false;
+    if (done) return;
+    done = true;
+    // The fonts are stored uncompressed in the program: the font database
+    // reads them where they lie, and only the parts it uses are ever loaded.
+    QDir dir(":/fonts");
+    for (const QString& file : dir.entryList({"*.ttf", "*.otf", "*.TTF", "*.OTF"}, QDir::Files, QDir::Name)) {
+        const QResource font(dir.filePath(file));
+        if (!font.isValid()) continue;
+        if (font.compressionAlgorithm() == QResource::NoCompression)
+            QFontDatabase::addApplicationFontFromData(
+                QByteArray::fromRawData(reinterpret_cast<const char*>(font.data()), font.size()));
+        else
+            QFontDatabase::addApplicationFontFromData(font.uncompressedData());
+    }
+}
+
+static QFont Make(const QString& family, double points, bool bold, bool underline) {
+    QFont f(family);
+    f.setPointSizeF(points);
+    f.setBold(bold);
+    f.setUnderline(underline);
+    f.setStyleStrategy(QFont::PreferAntialias);
+    f.setHintingPreference(QFont::PreferNoHinting);
+    return f;
+}
+
+QFont Japan(double points, bool, bool underline) {
+    QFont f = Make(kJapan, points, true, underline);
+    f.setWeight(QFont::ExtraBold);
+    return f;
+}
+QFont AmerType(double points, bool bold) { return Make(kAmerType, points, bold, false); }
+QFont Verdana(double points, bool bold, bool underline) { return Make(kVerdana, points, bold, underline); }
+QFont CourierBold(double points) { return Make(kCourier, points, true, false); }
+QFont Arial(double points, bool bold) { return Make(kArial, points, bold, false); }
+
+QColor Bgr(std::int32_t bgr) {
+    const auto v = static_cast<std::uint32_t>(bgr);
+    return QColor(static_cast<int>(v & 0xFF), static_cast<int>((v >> 8) & 0xFF), static_cast<int>((v >> 16) & 0xFF));
+}
+
+const QPixmap& Pixmap(const QString& path) {
+    static QHash<QString, QPixmap> cache;
+    auto it = cache.find(path);
+    if (it == cache.end()) it = cache.insert(path, QPixmap(path));
+    return *it;
+}
+
+const QPixmap& Bitmap(int resource) { return Pixmap(QString(":/bitmap/%1.png").arg(resource)); }
+QSvgRenderer* Drawing(int resource) {
+    static QHash<int, QSvgRenderer*> cache;
+    auto it = cache.find(resource);
+    if (it == cache.end()) {
+        const QString path = QString(":/bitmap/%1.svg").arg(resource);
+        auto* r = QFile::exists(path) ? new QSvgRenderer(path) : nullptr;  // kept for the program's life
+        if (r && !r->isValid()) {
+            delete r;
+            r = nullptr;
+        }
+        it = cache.insert(resource, r);
+    }
+    return *it;
+}
+
+const QPixmap& Control(const QString& name) { return Pixmap(":/controls/" + name + ".png"); }
+const QPixmap& Button(const QString& name) { return Pixmap(":/buttons/" + name + ".png"); }
+
+QCursor Hand() {
+    const QPixmap& p = Control("hand");
+    if (p.isNull()) return QCursor(Qt::PointingHandCursor);
+    return QCursor(p, 11, 1);
+}
+
+QFont FitFont(QFont font, const QRectF& box, int flags, const QString& text, double smallest) {
+    const double full = font.pointSizeF();
+    for (double scale = 1.0; scale >= smallest - 1e-9; scale -= 0.05) {
+        font.setPointSizeF(full * scale);
+        const QRectF need = QFontMetricsF(font).boundingRect(box, flags, text);
+        if (need.width() <= box.width() + 0.5 && need.height() <= box.height() + 0.5) return font;
+    }
+    return font;
+}
+
+}  // namespace look
