@@ -34,6 +34,8 @@ void PlaceTw(CommandButton& b, int left, int top, int width, int height) {
 frmTessuma::frmTessuma(Program& p) : program(p), ports(p.ports) { InitControls(); }
 
 void frmTessuma::InitControls() {
+    tmrClock = Timer{false, 1000};
+    tmrSongCheck = Timer{false, 250};
     // The cell fields and their labels as designed: cell 0 and labels 0..2
     // exist from design; the form's load creates and places the others.
     for (auto& c : txtCell) {

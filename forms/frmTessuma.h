@@ -49,81 +49,14 @@ public:
     int Picture = 101;                    // background bitmap: 101 skinned, 102 plain
 
     // ----------------------------------------------------------------------
-    // The board.
-    std::array<TextField, 81> txtCell;
-    std::array<Label, 243> lblViewPos;
+    // The controls and form-level values, as declared in frmTessuma.def.
+#define CONTROL(Type, name) Type name;
+#define CONTROLS(Type, name, size, lo, hi) std::array<Type, size> name;
+#define VALUE(Type, name, init, lo, hi) Type name{init};
+#include "forms/frmTessuma.def"
+
     std::array<std::array<std::string, 9>, 9> Possible;  // Possible[row][col]
-    int RecalcRow = 0, RecalcCol = 0;                     // RecalcPossible's walk
-
-    // Right panel labels.
-    Label lblTimer, lblScore, lblDifficulty, lblLoading;
-    std::array<Label, 11> lblOption;      // 1..10; index 0 does not exist
-    std::array<Label, 7> lblUnderscore;
-
-    // Side navigation and window buttons (hover buttons).
-    std::array<CommandButton, 9> cmdSideNav;
-    CommandButton cmdMinimize, cmdMaximize, cmdRestoreDown, cmdClose;
-    CommandButton cmdShowOptions, cmdHideOptions;
-    CommandButton cmdOK;                  // in picHelpNav
-
-    // Frames over the board: 2 help, 3 pause and loading, 4 high scores.
-    std::array<PictureBox, 5> picFrame;
-    std::array<PictureBox, 10> picRing;      // 0..8 digits 1..9, 9 the cross
-    std::array<PictureBox, 10> picMark;      // 0..8 toggles, 9 the close cross
-    PictureBox picHelpNav, imgHelpMonkey, picVolume;
-    Thumb imgVolume;
-
-    // High score page.
-    Label Label3;
-    std::array<Label, 10> lblSHName, lblSHScore;
-    std::array<std::string, 14> HighEntries;
-
-    // Help page labels and links.
-    std::array<Label, 10> lblHelpPages;
-    Label lblSupport, lblWiki;
-
-    // Options.
-    CheckBox chkClickring, chkSkin, chkSounds;
-
-    // Timers.
-    Timer tmrClock{false, 1000};
-    Timer tmrSongCheck{false, 250};
-
-    // Popup menus and their entries.
-    std::array<MenuItem, 4> mnuDifficulty;
-    MenuItem mnuEnterPuzzle, mnuCancelNewPuzzle;
-    MenuItem mnuFillRandomSquare, mnuClearSolvedSquares, mnuSolvePuzzle;
-    MenuItem mnuDeleteFile;
-
-    // The twenty hidden command buttons, for their access keys.
-    CommandButton cmdHiddenCreate, cmdHiddenFinish, cmdHiddenLoad, cmdHiddenSave, cmdHiddenPrint,
-        cmdHiddenSolveOK, cmdHiddenHighs, cmdHiddenHelp, cmdHiddenPause, cmdMark, cmdHiddenClickRing,
-        cmdHiddenSkin, cmdHiddenSounds, cmdHiddenMinus, cmdHiddenPlus, cmdHiddenUpdate, cmdHiddenDonate,
-        cmdHiddenFirstCell, cmdHiddenShow, cmdHiddenHide;
-
-    // ----------------------------------------------------------------------
-    // Form-level values.
-    std::string BoardState;
-    bool SuppressChange = false;
-    bool PuzzleDirty = false;
-    bool PerfectGame = false;
-    std::int32_t ClockSeconds = 0;
-    std::int32_t BaseScore = 0;
-    bool LoadingOptions = false;
-    bool OptionsShown = false;
-    std::int16_t LastHelpPage = 0;
-    std::int16_t HelpPageMax = 0;
-    std::int32_t SavedScreenWidth = 0, SavedScreenHeight = 0;
-    std::int16_t SongIndex = -1;
-    std::int16_t SongLast = 0;
-    std::string SongPath;
-    std::int16_t CurrentCell = 0;
-    bool SolverResult = false;
-    bool PuzzleAccepted = false;
-    std::string DuplicateDigit, DuplicateUnit;
-    bool DragActive = false;
-    float DragStartX = 0, DragStartY = 0;
-    float LastX = 0;
+    std::array<std::string, 14> HighEntries;             // "score,name"
 
     // Focus, and the keystrokes the program queues for itself ("{tab}",
     // "{DEL}"); the view or the scenario runner delivers them after the
@@ -132,186 +65,20 @@ public:
     std::deque<std::string> KeyQueue;
 
     // ----------------------------------------------------------------------
-    // Plumbing shared by all handlers.
+    // The handlers and routines, as declared in frmTessuma.def; the code is
+    // split by subject over the files listed at the top.
+#define HANDLER(Ret, name, params, ...) Ret name params;
+#define QUERY(Ret, name, params, ...) Ret name params const;
+#include "forms/frmTessuma.def"
 
-    // A program-made change of a cell's text: the change handler runs when the
-    // text really changes (it checks SuppressChange itself).
-    void SetCellText(int index, const std::string& text);
-    // The player edits a cell: unless Locked, the text becomes `text` (at most
-    // one character) and the change handler runs.
-    void PlayerTypes(int index, const std::string& text);
     // What a cell's text box does by itself with a key: typing a character
     // (`text`), Backspace, Delete, Home, End, or the whole text replaced.
     // Nothing in a Locked cell; the change handler runs when the text changes.
     enum class CellEdit { Insert, Backspace, Delete, Home, End, Replace };
     void txtCell_Edit(int Index, CellEdit Edit, const std::string& Text = {});
-    // A key pressed on the form, as the platform delivers it: an Alt access
-    // key first, else the cell that has the focus gets its KeyDown and then
-    // its text box's own editing. `Text` is the character the key types.
-    // Keys the program queued for itself follow. False when nothing took it.
-    bool KeyPress(int KeyCode, int Shift, const std::string& Text);
     // The window system changed the window's state (0 normal, 1 minimised).
     void SetWindowState(int state) { WindowState = state; }
-    // Check box values; the click handler runs when the value changes.
-    void SetClickringValue(int value);
-    void SetSkinValue(int value);
-    void SetSoundsValue(int value);
-    // Moves the focus; the cell that loses it runs its LostFocus handler.
-    void SetFocus(const ControlRef& target);
-    // The control that has the focus, or an empty ref when none or hidden.
-    ControlRef FocusedControl() const;
-    void SendKeys(const std::string& keys);
-    // Delivers the queued keystrokes to the focused control, as the
-    // platform would. Returns the number delivered.
-    int DeliverQueuedKeys();
-    // The player pressed Tab: the focus goes to the next cell that can take it.
-    void TabForward();
-    void SetMousePointer(int pointer);
-    // Opens a popup menu at the pointer and runs the handler of the choice.
-    void PopupMenu(const std::string& menuName);
-
-    // ----------------------------------------------------------------------
-    // Board state (frmTessuma_Board.cpp).
     static std::int16_t CellIndex(int row, int col);
-    void CreateBoardFields();             // step 5 of the form's load
-    void ShowBoardState();
-    std::string BuildBoardState() const;
-    std::string GetViewPosText() const;
-    void SetViewPosText(const std::string& text);
-    void RecalcPossible();
-
-    // Running game (frmTessuma_Game.cpp).
-    void mnuDifficulty_Click(int Index);
-    void PickPuzzle(int levelIndex);
-    void tmrClock_Timer();
-    void UpdateScore();
-    void AddPenalty();                    // 299 seconds and one tick
-    void TogglePause();
-    bool CountClues() const;
-    bool IsSolved() const;                // "solved" in lblOption(8), any case
-    void CompletePuzzle();                // a player's digit filled the last cell
-    void Form_Click();
-    void lblTimer_Click();
-    void picFrame_Click(int Index);
-
-    // Cell entry (frmTessuma_Cells.cpp).
-    void txtCell_KeyDown(int Index, int KeyCode, int Shift);
-    void txtCell_Change(int Index);
-    void txtCell_LostFocus(int Index);
-    void cmdHiddenFirstCell_Click();
-    bool BoardUncovered() const;
-
-    // Click ring (frmTessuma_Ring.cpp).
-    void ShowRing();
-    void HideRing();
-    void picRing_MouseDown(int Index, int Button, int Shift, float X, float Y);
-    void HideOverlays();
-    void chkClickring_Click();
-    void cmdHiddenClickRing_Click();
-
-    // Possibles view and marks (frmTessuma_Marks.cpp).
-    void lblViewPos_MouseUp(int Index, int Button, int Shift, float X, float Y);
-    void UpdateViewPossible();
-    void cmdMark_Click();
-    void ShowMarkPicker();
-    void HideMarkPicker();
-    void picMark_Click(int Index);
-    void picMark_KeyUp(int Index, int KeyCode, int Shift);
-    std::string MarkString(int cell) const;
-
-    // Solve command, vetting, own puzzles, hints (frmTessuma_Solve.cpp).
-    void SolveOrCheck(bool CheckOnly);
-    void FindDuplicate(bool& Found);
-    void mnuSolvePuzzle_Click();
-    void mnuEnterPuzzle_Click();
-    void FinishOwnPuzzle();
-    void CancelOwnPuzzle();
-    void ShowPanelsAfterOwnPuzzle();
-    void mnuCancelNewPuzzle_Click();
-    void mnuFillRandomSquare_Click();
-    void mnuClearSolvedSquares_Click();
-
-    // Side navigation, option labels, Alt keys (frmTessuma_Nav.cpp).
-    void cmdSideNav_Click(int Index);
-    void SetSideNavVisible(bool Visible, std::int16_t& Count);
-    void lblOption_Click(int Index);
-    void cmdHiddenCreate_Click();
-    void cmdHiddenFinish_Click();
-    void cmdHiddenLoad_Click();
-    void cmdHiddenSave_Click();
-    void cmdHiddenPrint_Click();
-    void cmdHiddenSolveOK_Click();
-    void cmdHiddenHighs_Click();
-    void cmdHiddenHelp_Click();
-    void cmdHiddenPause_Click();
-    void cmdHiddenSkin_Click();
-    void cmdHiddenSounds_Click();
-    void cmdHiddenUpdate_Click();
-    void cmdHiddenDonate_Click();
-    void cmdHiddenShow_Click();
-    void cmdHiddenHide_Click();
-    // Alt+KEY: clicks the hidden button whose access key is KEY. False when no
-    // button has that key.
-    bool PressAltKey(char key);
-
-    // High scores (frmTessuma_Highs.cpp).
-    void EnterHighScore();                // after a solved game with points
-    void ShowHighs();
-    void HideHighs();
-    void LoadHighs();
-
-    // Saved games (frmTessuma_Files.cpp).
-    void OpenGame();
-    void SaveGame();
-    void LoadGameFile(const std::string& path);
-    void WriteGameFile(const std::string& path);
-
-    // Start-up, options, closing, message box, sounds (frmTessuma_Life.cpp).
-    void Form_Load();
-    void cmdClose_Click();
-    void Form_Unload();
-    void LoadOptions();
-    void SaveOptions();
-    void ShowMessage(const std::string& Message, const std::string& Kind);
-    void PlayEffect(int effect);
-
-    // Window frame, skin, option panel, help, printing (frmTessuma_Frame.cpp).
-    void Form_MouseDown(int Button, int Shift, float X, float Y);
-    void Form_MouseMove(int Button, int Shift, float X, float Y);
-    void Form_MouseUp(int Button, int Shift, float X, float Y);
-    void cmdMinimize_Click();
-    void cmdMaximize_Click();
-    void cmdRestoreDown_Click();
-    void chkSkin_Click();
-    void cmdShowOptions_Click();
-    void cmdHideOptions_Click();
-    void SetOptionsVisible(bool Visible, std::int16_t& Count);
-    void SetFrameButtonsVisible(bool Visible);
-    void SetViewPosVisible(bool Visible);
-    std::int32_t AlwaysOnTop(const std::string& Owned);
-    void ShowFrame(std::int16_t& Index);
-    void HideFrame(std::int16_t Index);
-    void lblHelpPages_Click(int Index);
-    void picFrame_KeyUp(int Index, int KeyCode, int Shift);
-    // The "turn page" arrows under the help's page list: 0 back, 1 on.
-    void imgHelpTurn_Click(int Index);
-    void TurnHelpPage(bool forward);
-    void cmdOK_Click();
-    void PrintBoard();
-
-    // Songs and the volume slider (frmTessuma_Music.cpp).
-    void NextSong();
-    void tmrSongCheck_Timer();
-    void ApplyVolume();
-    void imgVolume_MouseMove(int Button, int Shift, float X, float Y);
-    void cmdHiddenMinus_Click();
-    void cmdHiddenPlus_Click();
-
-    // Update check and links (frmTessuma_Update.cpp).
-    void CheckForUpdate();
-    void DownloadFile(const std::string& Url, const std::string& LocalPath, bool& Succeeded);
-    void lblSupport_Click();
-    void lblWiki_Click();
 
     // The effects by name.
     static constexpr int SoundPuzzleStart = 101;

@@ -309,67 +309,9 @@ const std::vector<ControlEntry>& MainControls() {
     static const std::vector<ControlEntry> controls = [] {
         const auto& a = MainAccess();
         std::vector<ControlEntry> c;
-        c.push_back(ArrayControl(a, "txtCell", &F::txtCell, 0, 80));
-        c.push_back(ArrayControl(a, "lblViewPos", &F::lblViewPos, 0, 242));
-        c.push_back(SingleControl(a, "lblTimer", &F::lblTimer));
-        c.push_back(SingleControl(a, "lblScore", &F::lblScore));
-        c.push_back(SingleControl(a, "lblDifficulty", &F::lblDifficulty));
-        c.push_back(SingleControl(a, "lblLoading", &F::lblLoading));
-        c.push_back(ArrayControl(a, "lblOption", &F::lblOption, 1, 10));
-        c.push_back(ArrayControl(a, "lblUnderscore", &F::lblUnderscore, 0, 6));
-        c.push_back(ArrayControl(a, "cmdSideNav", &F::cmdSideNav, 0, 8));
-        c.push_back(SingleControl(a, "cmdMinimize", &F::cmdMinimize));
-        c.push_back(SingleControl(a, "cmdMaximize", &F::cmdMaximize));
-        c.push_back(SingleControl(a, "cmdRestoreDown", &F::cmdRestoreDown));
-        c.push_back(SingleControl(a, "cmdClose", &F::cmdClose));
-        c.push_back(SingleControl(a, "cmdShowOptions", &F::cmdShowOptions));
-        c.push_back(SingleControl(a, "cmdHideOptions", &F::cmdHideOptions));
-        c.push_back(SingleControl(a, "cmdOK", &F::cmdOK));
-        c.push_back(ArrayControl(a, "picFrame", &F::picFrame, 2, 4));
-        c.push_back(ArrayControl(a, "picRing", &F::picRing, 0, 9));
-        c.push_back(ArrayControl(a, "picMark", &F::picMark, 0, 9));
-        c.push_back(SingleControl(a, "picHelpNav", &F::picHelpNav));
-        c.push_back(SingleControl(a, "imgHelpMonkey", &F::imgHelpMonkey));
-        c.push_back(SingleControl(a, "picVolume", &F::picVolume));
-        c.push_back(SingleControl(a, "imgVolume", &F::imgVolume));
-        c.push_back(SingleControl(a, "Label3", &F::Label3));
-        c.push_back(ArrayControl(a, "lblSHName", &F::lblSHName, 0, 9));
-        c.push_back(ArrayControl(a, "lblSHScore", &F::lblSHScore, 0, 9));
-        c.push_back(ArrayControl(a, "lblHelpPages", &F::lblHelpPages, 0, 9));
-        c.push_back(SingleControl(a, "lblSupport", &F::lblSupport));
-        c.push_back(SingleControl(a, "lblWiki", &F::lblWiki));
-        c.push_back(SingleControl(a, "chkClickring", &F::chkClickring));
-        c.push_back(SingleControl(a, "chkSkin", &F::chkSkin));
-        c.push_back(SingleControl(a, "chkSounds", &F::chkSounds));
-        c.push_back(SingleControl(a, "tmrClock", &F::tmrClock));
-        c.push_back(SingleControl(a, "tmrSongCheck", &F::tmrSongCheck));
-        c.push_back(ArrayControl(a, "mnuDifficulty", &F::mnuDifficulty, 0, 3));
-        c.push_back(SingleControl(a, "mnuEnterPuzzle", &F::mnuEnterPuzzle));
-        c.push_back(SingleControl(a, "mnuCancelNewPuzzle", &F::mnuCancelNewPuzzle));
-        c.push_back(SingleControl(a, "mnuFillRandomSquare", &F::mnuFillRandomSquare));
-        c.push_back(SingleControl(a, "mnuClearSolvedSquares", &F::mnuClearSolvedSquares));
-        c.push_back(SingleControl(a, "mnuSolvePuzzle", &F::mnuSolvePuzzle));
-        c.push_back(SingleControl(a, "mnuDeleteFile", &F::mnuDeleteFile));
-        c.push_back(SingleControl(a, "cmdHiddenCreate", &F::cmdHiddenCreate));
-        c.push_back(SingleControl(a, "cmdHiddenFinish", &F::cmdHiddenFinish));
-        c.push_back(SingleControl(a, "cmdHiddenLoad", &F::cmdHiddenLoad));
-        c.push_back(SingleControl(a, "cmdHiddenSave", &F::cmdHiddenSave));
-        c.push_back(SingleControl(a, "cmdHiddenPrint", &F::cmdHiddenPrint));
-        c.push_back(SingleControl(a, "cmdHiddenSolveOK", &F::cmdHiddenSolveOK));
-        c.push_back(SingleControl(a, "cmdHiddenHighs", &F::cmdHiddenHighs));
-        c.push_back(SingleControl(a, "cmdHiddenHelp", &F::cmdHiddenHelp));
-        c.push_back(SingleControl(a, "cmdHiddenPause", &F::cmdHiddenPause));
-        c.push_back(SingleControl(a, "cmdMark", &F::cmdMark));
-        c.push_back(SingleControl(a, "cmdHiddenClickRing", &F::cmdHiddenClickRing));
-        c.push_back(SingleControl(a, "cmdHiddenSkin", &F::cmdHiddenSkin));
-        c.push_back(SingleControl(a, "cmdHiddenSounds", &F::cmdHiddenSounds));
-        c.push_back(SingleControl(a, "cmdHiddenMinus", &F::cmdHiddenMinus));
-        c.push_back(SingleControl(a, "cmdHiddenPlus", &F::cmdHiddenPlus));
-        c.push_back(SingleControl(a, "cmdHiddenUpdate", &F::cmdHiddenUpdate));
-        c.push_back(SingleControl(a, "cmdHiddenDonate", &F::cmdHiddenDonate));
-        c.push_back(SingleControl(a, "cmdHiddenFirstCell", &F::cmdHiddenFirstCell));
-        c.push_back(SingleControl(a, "cmdHiddenShow", &F::cmdHiddenShow));
-        c.push_back(SingleControl(a, "cmdHiddenHide", &F::cmdHiddenHide));
+#define CONTROL(Type, name) c.push_back(SingleControl(a, #name, &F::name));
+#define CONTROLS(Type, name, size, lo, hi) c.push_back(ArrayControl(a, #name, &F::name, lo, hi));
+#include "forms/frmTessuma.def"
         return c;
     }();
     return controls;
@@ -388,35 +330,23 @@ const std::vector<ControlEntry>& UpdateControls() {
     return controls;
 }
 
+// A form value bound by its type: Boolean, whole number in a range, number, text.
+template <class C>
+Prop<C> PValue(const char* name, bool C::*m, long long, long long) { return PBool(name, m); }
+template <class C>
+Prop<C> PValue(const char* name, int C::*m, long long lo, long long hi) { return PInt(name, m, lo, hi); }
+template <class C>
+Prop<C> PValue(const char* name, std::int16_t C::*m, long long lo, long long hi) { return PShort(name, m, lo, hi); }
+template <class C>
+Prop<C> PValue(const char* name, float C::*m, long long, long long) { return PFloat(name, m); }
+template <class C>
+Prop<C> PValue(const char* name, std::string C::*m, long long, long long) { return PText(name, m); }
+
 // Form-level values of the main form, by their bare names.
 const std::vector<Prop<F>>& MainValues() {
     static const std::vector<Prop<F>> values = {
-        PText("BoardState", &F::BoardState),
-        PInt("RecalcRow", &F::RecalcRow, 0, 9),
-        PInt("RecalcCol", &F::RecalcCol, 0, 9),
-        PBool("SuppressChange", &F::SuppressChange),
-        PBool("PuzzleDirty", &F::PuzzleDirty),
-        PBool("PerfectGame", &F::PerfectGame),
-        PInt("ClockSeconds", &F::ClockSeconds),
-        PInt("BaseScore", &F::BaseScore),
-        PBool("LoadingOptions", &F::LoadingOptions),
-        PBool("OptionsShown", &F::OptionsShown),
-        PShort("LastHelpPage", &F::LastHelpPage, 0, 9),
-        PShort("HelpPageMax", &F::HelpPageMax, 0, 9),
-        PInt("SavedScreenWidth", &F::SavedScreenWidth),
-        PInt("SavedScreenHeight", &F::SavedScreenHeight),
-        PShort("SongIndex", &F::SongIndex, -1, 2),
-        PShort("SongLast", &F::SongLast, 0, 2),
-        PText("SongPath", &F::SongPath),
-        PShort("CurrentCell", &F::CurrentCell, 0, 80),
-        PBool("SolverResult", &F::SolverResult),
-        PBool("PuzzleAccepted", &F::PuzzleAccepted),
-        PText("DuplicateDigit", &F::DuplicateDigit),
-        PText("DuplicateUnit", &F::DuplicateUnit),
-        PBool("DragActive", &F::DragActive),
-        PFloat("DragStartX", &F::DragStartX),
-        PFloat("DragStartY", &F::DragStartY),
-        PFloat("LastX", &F::LastX),
+#define VALUE(Type, name, init, lo, hi) PValue(#name, &F::name, lo, hi),
+#include "forms/frmTessuma.def"
     };
     return values;
 }
