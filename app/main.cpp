@@ -17,13 +17,16 @@
 #include "qt/ports/QtInstallPaths.h"
 #include "qt/ports/QtPlatform.h"
 #include "qt/ports/QtSettingsStore.h"
-#include "qt/view/BenchHooks.h"
 #include "qt/view/FormView.h"
 #include "qt/view/FirstFrame.h"
 #include "qt/view/Look.h"
 #include "qt/view/MessageDialog.h"
 #include "qt/view/QtPrinter.h"
 #include "qt/view/TessumaWindow.h"
+
+#ifdef TESSUMA_BENCH_HOOKS
+#include "BenchHooks.h"
+#endif
 
 int main(int argc, char** argv) {
     // The resources live in a static library: bring them in by name.
@@ -37,7 +40,9 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
     look::LoadFonts();
-    benchhooks::Install();  // only when the whole-program benchmarks ask
+#ifdef TESSUMA_BENCH_HOOKS
+    benchhooks::Install();  // the measured twin of the game only
+#endif
 
     // The whole command line is one path of a saved game.
     QStringList args = app.arguments();

@@ -11,7 +11,7 @@
 //                level; the resident memory after the deal.
 //
 // The game prints the moments itself when TESSUMA_BENCH_FIRST_FRAME=1 (and
-// TESSUMA_BENCH_DEAL=L) ask for it (view/BenchHooks.h); the clock is
+// TESSUMA_BENCH_DEAL=L) ask for it (app/BenchHooks.h); the clock is
 // CLOCK_MONOTONIC in both processes. Every start gets a settings folder and
 // a runtime folder of this benchmark, the same for all its starts, so the
 // player's own settings and a running game stay out of it. The first start

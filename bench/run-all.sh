@@ -20,7 +20,7 @@ QUICK=0
 if [ ! -f "$BUILD/build.ninja" ]; then
   cmake -S "$SRC" -B "$BUILD" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTESSUMA_BUILD_TESTS=OFF >/dev/null
 fi
-cmake --build "$BUILD" -j 2 --target tessuma tessuma-cli bench_program bench_solver >/dev/null
+cmake --build "$BUILD" -j 2 --target tessuma-measured tessuma-cli bench_program bench_solver >/dev/null
 mkdir -p "$OUT"
 
 # --- A private X server --------------------------------------------------
@@ -41,7 +41,7 @@ export DISPLAY="$DISP"
 # --- Whole program -------------------------------------------------------
 ARGS=()
 [ "$QUICK" = 1 ] && ARGS+=(--benchmark_filter='BM_FirstFrame|BM_DealToPaint/0')
-TESSUMA_GAME="$BUILD/tessuma" "$BUILD/bench_program" --benchmark_format=csv "${ARGS[@]}" \
+TESSUMA_GAME="$BUILD/tessuma-measured" "$BUILD/bench_program" --benchmark_format=csv "${ARGS[@]}" \
   >"$OUT/program.csv" 2>"$OUT/program.err" || { cat "$OUT/program.err" >&2; exit 1; }
 
 # --- Solver over the bank set --------------------------------------------

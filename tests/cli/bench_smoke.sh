@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The measuring hooks of the whole-program benchmarks (view/BenchHooks.h)
+# The measuring hooks of the whole-program benchmarks (app/BenchHooks.h)
 # keep working: the game started with TESSUMA_BENCH_FIRST_FRAME=1 paints its
 # first frame, reports the moment and its memory, and quits by itself; with
 # TESSUMA_BENCH_DEAL it deals first and reports the deal. Figures are not
@@ -9,7 +9,7 @@
 set -u
 cli="$1"
 build="$(cd "$(dirname "$cli")" && pwd)"
-game="$build/tessuma"
+game="$build/tessuma-measured"
 if [ ! -x "$game" ]; then
     echo "SKIP: no game in $build"
     exit 0
@@ -37,7 +37,7 @@ has() {  # has FILE PATTERN WHAT
 run "$tmp/start"
 status=$?
 if [ "$status" -eq 124 ]; then
-    echo "FAIL: the game did not quit after its first frame (is benchhooks::Install() called in main()?)"
+    echo "FAIL: the game did not quit after its first frame (is tessuma-measured built with its hooks?)"
     fail=1
 fi
 has "$tmp/start" '^tessuma-bench: first-frame-ns [0-9]+$' "the first frame is reported"

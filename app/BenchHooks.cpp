@@ -1,4 +1,4 @@
-#include "qt/view/BenchHooks.h"
+#include "BenchHooks.h"
 
 #include <QApplication>
 #include <QEvent>

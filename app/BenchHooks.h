@@ -1,6 +1,7 @@
 #pragma once
-// Measuring hooks for the whole-program benchmarks (bench/run-all.sh). They
-// do nothing unless the environment asks for them:
+// Measuring hooks for the whole-program benchmarks (bench/run-all.sh), built
+// into the measured twin of the game (tessuma-measured) and never into the
+// game itself. They do nothing unless the environment asks for them:
 //
 //   TESSUMA_BENCH_FIRST_FRAME=1  once the main window's first frame has been
 //       painted and handed to the window system, print
