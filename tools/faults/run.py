@@ -7,6 +7,11 @@ but the real-world tier). A fault the tests notice is killed; one they don't
 notice survives. Prints one line per fault and the score.
 
   tools/faults/run.py [--tree DIR] [--build DIR] [--list FILE] [--only NAME]
+                      [--matrix FILE]
+
+--matrix runs the whole fast suite for every fault and writes, per fault,
+the tests that noticed it (one line: fault TAB test TAB test ...), to tell
+which tests kill faults that no other test kills.
 
 The list is blocks of
   = name of the fault
@@ -54,6 +59,7 @@ def main():
     ap.add_argument("--build", default=None)
     ap.add_argument("--list", default=os.path.join(HERE, "faults.txt"))
     ap.add_argument("--only", default=None)
+    ap.add_argument("--matrix", default=None)
     a = ap.parse_args()
     tree = os.path.abspath(a.tree)
     build = os.path.abspath(a.build or os.path.join(tree, "build-faults"))
@@ -67,8 +73,10 @@ def main():
         if rc != 0:
             sys.exit(out)
     build_cmd = ["cmake", "--build", build]
-    test_cmd = ["ctest", "--test-dir", build, "-j", str(os.cpu_count() or 2), "-E", "^real/",
-                "--stop-on-failure", "--timeout", "120"]
+    test_cmd = ["ctest", "--test-dir", build, "-j", str(os.cpu_count() or 2), "-E", "^real/", "--timeout", "120"]
+    if not a.matrix:
+        test_cmd.append("--stop-on-failure")
+    matrix = []
     rc, out = run(build_cmd, tree, 3600)
     if rc != 0:
         sys.exit("the tree does not build:\n" + out[-3000:])
@@ -96,6 +104,10 @@ def main():
             else:
                 rc, log = run(test_cmd, tree, 1200)
                 verdict = "killed" if rc != 0 else "SURVIVED"
+                if a.matrix:
+                    failed = log.split("The following tests FAILED:")[-1] if rc != 0 else ""
+                    names = [l.split(" - ", 1)[1].split(" (")[0].strip() for l in failed.splitlines() if " - " in l]
+                    matrix.append(f["name"] + "\t" + "\t".join(names))
                 (killed if rc != 0 else survived).append(f)
         finally:
             with open(path, "w", encoding="utf-8") as out:
@@ -103,6 +115,9 @@ def main():
             os.utime(path)
         print(f"{verdict:9} {f['name']}  ({time.time() - t0:.0f} s)", flush=True)
     run(build_cmd, tree, 3600)
+    if a.matrix:
+        with open(a.matrix, "w", encoding="utf-8") as out:
+            out.write("\n".join(matrix) + "\n")
 
     scored = len(killed) + len(survived)
     print(f"\nscore: {len(killed)} of {scored} faults killed; "
