@@ -15,6 +15,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <time.h>
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -23,7 +24,6 @@
 #include <iostream>
 #include <new>
 #include <string>
-#include <time.h>
 #include <vector>
 
 // ---- Counting allocator -----------------------------------------------------
@@ -91,8 +91,7 @@ std::vector<Puzzle> LoadPuzzles() {
     std::vector<Puzzle> out;
     auto add = [&out](const std::string& line) {
         Puzzle p;
-        if (ParsePuzzleLine(line, PuzzleForm::Digits, p.digits) ||
-            ParsePuzzleLine(line, PuzzleForm::Givens, p.digits))
+        if (ParsePuzzleLine(line, PuzzleForm::Digits, p.digits) || ParsePuzzleLine(line, PuzzleForm::Givens, p.digits))
             out.push_back(p);
     };
     if (const char* path = std::getenv("TESSUMA_BENCH_PUZZLES"); path && *path) {
@@ -122,8 +121,7 @@ void SetCounters(benchmark::State& state, long solves, long calls, long allocs, 
     state.counters["puzzles_per_s"] = Counter(static_cast<double>(solves), Counter::kIsRate);
     state.counters["calls_per_s"] = Counter(static_cast<double>(calls), Counter::kIsRate);
     state.counters["ns_per_call"] = calls > 0 ? seconds * 1e9 / static_cast<double>(calls) : 0.0;
-    state.counters["allocs_per_solve"] =
-        solves > 0 ? static_cast<double>(allocs) / static_cast<double>(solves) : 0.0;
+    state.counters["allocs_per_solve"] = solves > 0 ? static_cast<double>(allocs) / static_cast<double>(solves) : 0.0;
 }
 
 void SolveOne(benchmark::State& state, const modSudoku::Board& board) {
@@ -139,8 +137,7 @@ void SolveOne(benchmark::State& state, const modSudoku::Board& board) {
         calls += modSudoku::SearchCalls();
     }
     const double seconds = ThreadSeconds() - t0;
-    SetCounters(state, static_cast<long>(state.iterations()), calls, gAllocations.load() - allocsBefore,
-                seconds);
+    SetCounters(state, static_cast<long>(state.iterations()), calls, gAllocations.load() - allocsBefore, seconds);
 }
 
 void BM_EmptyBoard(benchmark::State& state) {
@@ -177,8 +174,7 @@ void BM_PuzzleSet(benchmark::State& state) {
         if (++next == puzzles.size()) next = 0;
     }
     const double seconds = ThreadSeconds() - t0;
-    SetCounters(state, static_cast<long>(state.iterations()), calls, gAllocations.load() - allocsBefore,
-                seconds);
+    SetCounters(state, static_cast<long>(state.iterations()), calls, gAllocations.load() - allocsBefore, seconds);
     state.SetLabel(std::to_string(puzzles.size()) + " puzzles");
 }
 BENCHMARK(BM_PuzzleSet);

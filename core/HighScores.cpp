@@ -29,7 +29,9 @@ std::optional<HighRow> HighRowOf(const std::string& entry) {
     row.name = entry.substr(static_cast<std::size_t>(p));
     const std::string digits = entry.substr(0, static_cast<std::size_t>(p - 1));
     std::int32_t value = 0;
-    if (vb::TryCLng(digits, value)) row.score = value == 0 ? "" : vb::Str(value);
-    else row.score = digits;
+    if (vb::TryCLng(digits, value))
+        row.score = value == 0 ? "" : vb::Str(value);
+    else
+        row.score = digits;
     return row;
 }

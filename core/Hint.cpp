@@ -9,7 +9,7 @@
 namespace {
 
 // The units as FindDuplicate names them, by unit index 0 to 8.
-const char* const kOrdinal[9] = {"first ", "second ", "third ", "fourth ", "fifth ",
+const char* const kOrdinal[9] = {"first ", "second ",  "third ",  "fourth ", "fifth ",
                                  "sixth ", "seventh ", "eighth ", "ninth "};
 
 // Offsets of the nine cells of a box from its top left cell.

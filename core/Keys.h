@@ -5,9 +5,9 @@
 
 namespace keys {
 
-inline constexpr int kBack = 8, kTab = 9, kEnter = 13, kEsc = 27, kSpace = 32, kEnd = 35, kHome = 36,
-                     kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kDelete = 46, kX = 88, kNumpad0 = 96,
-                     kNumpad9 = 105, kF9 = 120, kN = 78, kO = 79, kY = 89;
+inline constexpr int kBack = 8, kTab = 9, kEnter = 13, kEsc = 27, kSpace = 32, kEnd = 35, kHome = 36, kLeft = 37,
+                     kUp = 38, kRight = 39, kDown = 40, kDelete = 46, kX = 88, kNumpad0 = 96, kNumpad9 = 105, kF9 = 120,
+                     kN = 78, kO = 79, kY = 89;
 
 inline constexpr int kOemPlus = 187, kOemComma = 188, kOemMinus = 189, kOemPeriod = 190;
 

@@ -15,8 +15,8 @@ struct LevelInfo {
 };
 
 inline constexpr int kLevelCount = 4;
-inline constexpr int kBatchesPerBank = 12;     // batches numbered 1..12
-inline constexpr int kEntriesPerBatch = 100;   // entries numbered 0..99
+inline constexpr int kBatchesPerBank = 12;    // batches numbered 1..12
+inline constexpr int kEntriesPerBatch = 100;  // entries numbered 0..99
 inline constexpr int kEntriesPerBank = kBatchesPerBank * kEntriesPerBatch;
 
 // The menu word of level 0 and its label differ on purpose.

@@ -14,8 +14,7 @@ std::string ShowChar(char ch) {
 
 }  // namespace
 
-bool ParsePuzzleLine(std::string_view line, PuzzleForm form, std::uint8_t (&digits)[81],
-                     std::string* error) {
+bool ParsePuzzleLine(std::string_view line, PuzzleForm form, std::uint8_t (&digits)[81], std::string* error) {
     while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.remove_suffix(1);
 
     std::uint8_t out[81];
@@ -30,8 +29,7 @@ bool ParsePuzzleLine(std::string_view line, PuzzleForm form, std::uint8_t (&digi
         } else if (ch >= '1' && ch <= '9') {
             d = static_cast<std::uint8_t>(ch - '0');
         } else if (ch != '0' && ch != '.' && firstBad.empty()) {
-            firstBad = "character " + ShowChar(ch) + " at position " + std::to_string(pos + 1) +
-                       " is not a cell";
+            firstBad = "character " + ShowChar(ch) + " at position " + std::to_string(pos + 1) + " is not a cell";
         }
         if (cells < 81) out[cells] = d;
         ++cells;

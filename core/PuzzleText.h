@@ -20,5 +20,4 @@ enum class PuzzleForm { Digits, Givens };
 // Fills digits (0 = empty, 1..9) and returns true, or leaves digits as they
 // were, puts a one-line reason into *error (when error is not null) and
 // returns false.
-bool ParsePuzzleLine(std::string_view line, PuzzleForm form, std::uint8_t (&digits)[81],
-                     std::string* error = nullptr);
+bool ParsePuzzleLine(std::string_view line, PuzzleForm form, std::uint8_t (&digits)[81], std::string* error = nullptr);

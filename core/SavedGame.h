@@ -11,11 +11,11 @@
 #include <string_view>
 
 struct SavedGame {
-    std::string board;        // at least 81 characters
-    std::string score;        // the score as it was shown; "" when missing
-    std::string level;        // the level word as written; "" when missing
-    std::int32_t clock = 0;   // seconds, the number's value rounded
-    std::string marks;        // the marks line; "" when missing
+    std::string board;       // at least 81 characters
+    std::string score;       // the score as it was shown; "" when missing
+    std::string level;       // the level word as written; "" when missing
+    std::int32_t clock = 0;  // seconds, the number's value rounded
+    std::string marks;       // the marks line; "" when missing
 };
 
 // A saved game is under a kilobyte; a file past this is not one and is not

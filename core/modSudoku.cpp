@@ -93,7 +93,6 @@ inline unsigned MoveMask(V16 v) {
 #endif
 }
 
-
 // ---- Sets of cells ---------------------------------------------------------------
 
 // Bit i of lane 0 is cell i (0..63), bit i of lane 1 is cell 64 + i.

@@ -68,9 +68,12 @@ bool TryCLng(std::string_view s, std::int32_t& out) {
     if (t[i] == '-' || t[i] == '+') ++i;
     bool digits = false, dot = false;
     for (; i < t.size(); ++i) {
-        if (std::isdigit(static_cast<unsigned char>(t[i]))) digits = true;
-        else if (t[i] == '.' && !dot) dot = true;
-        else return false;
+        if (std::isdigit(static_cast<unsigned char>(t[i])))
+            digits = true;
+        else if (t[i] == '.' && !dot)
+            dot = true;
+        else
+            return false;
     }
     if (!digits) return false;
     double v = ParsePlain(t);

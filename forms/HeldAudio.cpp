@@ -36,22 +36,16 @@ int HeldMusicDevice::Close(const std::string& alias) {
     return Hold([alias](IMusicDevice& d) { d.Close(alias); });
 }
 
-long HeldMusicDevice::Length(const std::string& alias) {
-    return real_ ? real_->Length(alias) : -1;
-}
+long HeldMusicDevice::Length(const std::string& alias) { return real_ ? real_->Length(alias) : -1; }
 
-long HeldMusicDevice::Position(const std::string& alias) {
-    return real_ ? real_->Position(alias) : -1;
-}
+long HeldMusicDevice::Position(const std::string& alias) { return real_ ? real_->Position(alias) : -1; }
 
 int HeldMusicDevice::SetVolume(const std::string& alias, const std::string& side, int volume) {
     if (released_) return real_ ? real_->SetVolume(alias, side, volume) : 0;
     return Hold([alias, side, volume](IMusicDevice& d) { d.SetVolume(alias, side, volume); });
 }
 
-std::string HeldMusicDevice::ErrorText(int code) {
-    return real_ ? real_->ErrorText(code) : std::string();
-}
+std::string HeldMusicDevice::ErrorText(int code) { return real_ ? real_->ErrorText(code) : std::string(); }
 
 void HeldSoundEffects::Release() {
     if (released_) return;
@@ -63,6 +57,8 @@ void HeldSoundEffects::Release() {
 }
 
 void HeldSoundEffects::Play(int effect) {
-    if (!released_) pending_ = effect;
-    else if (real_) real_->Play(effect);
+    if (!released_)
+        pending_ = effect;
+    else if (real_)
+        real_->Play(effect);
 }

@@ -101,8 +101,8 @@ public:
 // index ("mnuDifficulty", 2), or nothing when dismissed.
 struct MenuEntry {
     std::string name;
-    int index = -1;          // -1 when the entry is not part of a control array
-    std::string caption;     // "-" for a separator
+    int index = -1;       // -1 when the entry is not part of a control array
+    std::string caption;  // "-" for a separator
     bool enabled = true;
 };
 struct MenuChoice {
@@ -133,9 +133,9 @@ struct FileDialogRequest {
 };
 struct FileDialogResult {
     bool ok = false;
-    int errorCode = 0;                 // 0 a plain cancel
-    std::vector<std::string> paths;    // one path, or several with multiSelect
-    int filterIndex = 1;               // one-based filter chosen
+    int errorCode = 0;               // 0 a plain cancel
+    std::vector<std::string> paths;  // one path, or several with multiSelect
+    int filterIndex = 1;             // one-based filter chosen
 };
 class IDialogHost {
 public:
@@ -152,7 +152,7 @@ public:
     };
     virtual std::optional<FontChoice> ChooseFont() = 0;
     struct PageSetup {
-        int paperWidth = 8500, paperHeight = 11000;   // thousandths of an inch
+        int paperWidth = 8500, paperHeight = 11000;  // thousandths of an inch
         int left = 500, right = 500, top = 500, bottom = 500;
         // Lower limits of the margins; the dialog keeps the margins above them.
         int minLeft = 250, minRight = 250, minTop = 250, minBottom = 250;

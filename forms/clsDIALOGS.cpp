@@ -60,7 +60,10 @@ std::string NameOf(const std::string& path) {
 // ---------------------------------------------------------------------------
 clsDIALOGS::clsDIALOGS(IDialogHost* host, ISystemMessageBox* sysbox, IFiles& files, std::string programDir,
                        std::string profilePath)
-    : host_(host), sysbox_(sysbox), files_(files), programDir_(WithSlash(std::move(programDir))),
+    : host_(host),
+      sysbox_(sysbox),
+      files_(files),
+      programDir_(WithSlash(std::move(programDir))),
       profilePath_(std::move(profilePath)) {
     for (std::string& name : FileNames_) name.clear();
     strFilter(kDefaultFilter);
@@ -330,10 +333,13 @@ std::string clsDIALOGS::fstrReturnSingleFileName(std::int32_t index) const {
 
 std::int32_t clsDIALOGS::lngChooseColor() {
     std::optional<std::int32_t> chosen;
-    const Trapped t = host_ ? Trap("CHOOSE COLOR ERROR", [&] { chosen = host_->ChooseColor(lngColor_); }) : Trapped::Done;
+    const Trapped t =
+        host_ ? Trap("CHOOSE COLOR ERROR", [&] { chosen = host_->ChooseColor(lngColor_); }) : Trapped::Done;
     if (t == Trapped::Left) return lngColor_;
-    if (chosen) lngColor_ = *chosen;
-    else if (t == Trapped::Done) FailureStep(host_ ? 0 : -1);
+    if (chosen)
+        lngColor_ = *chosen;
+    else if (t == Trapped::Done)
+        FailureStep(host_ ? 0 : -1);
     return lngColor_;
 }
 

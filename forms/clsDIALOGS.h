@@ -121,10 +121,10 @@ public:
     // array, read with fstrReturnSingleFileName(0 .. lngNumFilesSelected - 1).
     std::string fstrReturnSingleFileName(std::int32_t index) const;
 
-    std::int32_t lngChooseColor();  // the colour chosen, or lngColor as it was
-    bool blnChooseFont();           // true unless cancelled
-    bool blnPageSetup();            // true unless cancelled
-    bool blnPrintDialog();          // true unless cancelled
+    std::int32_t lngChooseColor();      // the colour chosen, or lngColor as it was
+    bool blnChooseFont();               // true unless cancelled
+    bool blnPageSetup();                // true unless cancelled
+    bool blnPrintDialog();              // true unless cancelled
     std::string fstrBrowseForFolder();  // the folder chosen, or ""
 
     // ----------------------------------------------------------------------
@@ -165,8 +165,7 @@ private:
     bool blnUsePersistence_ = true;
     std::int32_t lngPaperWidth_ = 8500, lngPaperHeight_ = 11000;
     std::int16_t intLeftMargin_ = 500, intRightMargin_ = 500, intTopMargin_ = 500, intBottomMargin_ = 500;
-    std::int16_t intMinMarginLeft_ = 250, intMinMarginRight_ = 250, intMinMarginTop_ = 250,
-                 intMinMarginBottom_ = 250;
+    std::int16_t intMinMarginLeft_ = 250, intMinMarginRight_ = 250, intMinMarginTop_ = 250, intMinMarginBottom_ = 250;
     std::int32_t lngFontType_ = 1024;
     std::string strFontStyle_, strFontFaceName_;
     std::int32_t lngFontColor_ = 0;

@@ -59,8 +59,10 @@ void frmMessage::Form_KeyUp(int KeyCode, int /*Shift*/) {
     switch (KeyCode) {
         case kEnter:
         case kSpace:
-            if (yesNo) lblYes_Click();
-            else lblOkay_Click();
+            if (yesNo)
+                lblYes_Click();
+            else
+                lblOkay_Click();
             break;
         case kY:
             if (yesNo) lblYes_Click();
@@ -71,8 +73,7 @@ void frmMessage::Form_KeyUp(int KeyCode, int /*Shift*/) {
         case kO:
             if (!yesNo) lblOkay_Click();
             break;
-        default:
-            break;
+        default: break;
     }
 }
 
@@ -83,8 +84,10 @@ void frmMessage::CloseBySystem() {
 
 void frmMessage::Form_Unload() {
     if (!MessageResult.empty()) return;
-    if (lblYes.Visible) MessageResult = "no";
-    else if (txtName.Visible) MessageResult = txtName.Text;
+    if (lblYes.Visible)
+        MessageResult = "no";
+    else if (txtName.Visible)
+        MessageResult = txtName.Text;
 }
 
 void frmMessage::TypeName(const std::string& text) { txtName_Change(text, static_cast<int>(text.size())); }

@@ -23,10 +23,10 @@ public:
     Label lblMessage, lblYes, lblNo, lblOkay;
     TextField txtName;
     std::int32_t txtNameBackColor = 0xD6FEFE;  // pale yellow, &HBBGGRR
-    int Width = 5880, Height = 2400;  // client area in twips (392 by 160 pixels)
+    int Width = 5880, Height = 2400;           // client area in twips (392 by 160 pixels)
 
-    bool Loaded = false;     // between Form_Load and the unload
-    bool Unloaded = false;   // the box is gone
+    bool Loaded = false;    // between Form_Load and the unload
+    bool Unloaded = false;  // the box is gone
     ControlRef Focus;
     std::deque<std::string> KeyQueue;  // "^{END}" for the name field
 

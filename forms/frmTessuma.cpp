@@ -18,9 +18,7 @@ void Place(Label& l, int left, int top, int width, int height) {
     l.Height = height;
 }
 
-void PlaceTw(Label& l, int left, int top, int width, int height) {
-    Place(l, Px(left), Px(top), Px(width), Px(height));
-}
+void PlaceTw(Label& l, int left, int top, int width, int height) { Place(l, Px(left), Px(top), Px(width), Px(height)); }
 
 void PlaceTw(CommandButton& b, int left, int top, int width, int height) {
     b.Left = Px(left);
@@ -102,7 +100,7 @@ void frmTessuma::InitControls() {
         bool visible;
     };
     const UnderscoreDesign underscores[7] = {
-        {8550, 2970, 0xC87CDC, true}, {8520, 3540, 0xC6AE85, true}, {8670, 3960, 0xC6AE85, true},
+        {8550, 2970, 0xC87CDC, true}, {8520, 3540, 0xC6AE85, true},  {8670, 3960, 0xC6AE85, true},
         {8640, 4530, 0xC6AE85, true}, {9045, 2445, 0x71DAAC, false}, {8280, 5880, 0xC87CDC, true},
         {8040, 6525, 0x71DAAC, true},
     };
@@ -172,7 +170,8 @@ void frmTessuma::InitControls() {
     }
 
     // Help page labels, inside picHelpNav; links inside picFrame(2).
-    const char* pages[10] = {"How to", "How2", "How3", "solving", "marks", "eliminate", "pairs", "triples", "tess-tips", "support"};
+    const char* pages[10] = {"How to",    "How2",  "How3",    "solving",   "marks",
+                             "eliminate", "pairs", "triples", "tess-tips", "support"};
     const int pageLeft[10] = {690, 945, 930, 690, 840, 405, 1005, 765, 540, 690};
     const int pageWidth[10] = {960, 705, 720, 960, 810, 1245, 645, 885, 1110, 960};
     for (std::size_t i = 0; i < 10; ++i) {
@@ -207,13 +206,26 @@ void frmTessuma::InitControls() {
         const char* caption;
     };
     const Hidden hidden[] = {
-        {&cmdHiddenCreate, "&Create && Cancel"}, {&cmdHiddenFinish, "&Finish"}, {&cmdHiddenLoad, "&Load"},
-        {&cmdHiddenSave, "&Save"}, {&cmdHiddenPrint, "&Print"}, {&cmdHiddenSolveOK, "S&olve && OK"},
-        {&cmdHiddenHighs, "Hi&ghs"}, {&cmdHiddenHelp, "&Help"}, {&cmdHiddenPause, "paus&e"},
-        {&cmdMark, "&mark"}, {&cmdHiddenClickRing, "click &ring"}, {&cmdHiddenSkin, "s&kin"},
-        {&cmdHiddenSounds, "sou&nds"}, {&cmdHiddenMinus, "&-"}, {&cmdHiddenPlus, "&="},
-        {&cmdHiddenUpdate, "&Update"}, {&cmdHiddenDonate, "&Donate"}, {&cmdHiddenFirstCell, "&A"},
-        {&cmdHiddenShow, "&,"}, {&cmdHiddenHide, "&."},
+        {&cmdHiddenCreate, "&Create && Cancel"},
+        {&cmdHiddenFinish, "&Finish"},
+        {&cmdHiddenLoad, "&Load"},
+        {&cmdHiddenSave, "&Save"},
+        {&cmdHiddenPrint, "&Print"},
+        {&cmdHiddenSolveOK, "S&olve && OK"},
+        {&cmdHiddenHighs, "Hi&ghs"},
+        {&cmdHiddenHelp, "&Help"},
+        {&cmdHiddenPause, "paus&e"},
+        {&cmdMark, "&mark"},
+        {&cmdHiddenClickRing, "click &ring"},
+        {&cmdHiddenSkin, "s&kin"},
+        {&cmdHiddenSounds, "sou&nds"},
+        {&cmdHiddenMinus, "&-"},
+        {&cmdHiddenPlus, "&="},
+        {&cmdHiddenUpdate, "&Update"},
+        {&cmdHiddenDonate, "&Donate"},
+        {&cmdHiddenFirstCell, "&A"},
+        {&cmdHiddenShow, "&,"},
+        {&cmdHiddenHide, "&."},
     };
     int n = 0;
     for (const auto& h : hidden) {
@@ -397,10 +409,16 @@ void frmTessuma::PopupMenu(const std::string& menuName) {
     for (const auto& e : entries)
         if (e.name == choice->name && (e.index == choice->index || (e.index < 0 && choice->index < 0))) chosen = &e;
     if (!chosen || !chosen->enabled || chosen->caption == "-") return;
-    if (chosen->name == "mnuDifficulty") mnuDifficulty_Click(chosen->index);
-    else if (chosen->name == "mnuEnterPuzzle") mnuEnterPuzzle_Click();
-    else if (chosen->name == "mnuCancelNewPuzzle") mnuCancelNewPuzzle_Click();
-    else if (chosen->name == "mnuFillRandomSquare") mnuFillRandomSquare_Click();
-    else if (chosen->name == "mnuClearSolvedSquares") mnuClearSolvedSquares_Click();
-    else if (chosen->name == "mnuSolvePuzzle") mnuSolvePuzzle_Click();
+    if (chosen->name == "mnuDifficulty")
+        mnuDifficulty_Click(chosen->index);
+    else if (chosen->name == "mnuEnterPuzzle")
+        mnuEnterPuzzle_Click();
+    else if (chosen->name == "mnuCancelNewPuzzle")
+        mnuCancelNewPuzzle_Click();
+    else if (chosen->name == "mnuFillRandomSquare")
+        mnuFillRandomSquare_Click();
+    else if (chosen->name == "mnuClearSolvedSquares")
+        mnuClearSolvedSquares_Click();
+    else if (chosen->name == "mnuSolvePuzzle")
+        mnuSolvePuzzle_Click();
 }

@@ -44,9 +44,9 @@ public:
     // The form itself. Left and Top in twips; Width and Height in twips too.
     int Left = 0, Top = 0, Width = 9600, Height = 7200;
     bool Visible = false;
-    int WindowState = 0;                  // 0 normal, 1 minimised
+    int WindowState = 0;  // 0 normal, 1 minimised
     int MousePointer = vb::kPointerDefault;
-    int Picture = 101;                    // background bitmap: 101 skinned, 102 plain
+    int Picture = 101;  // background bitmap: 101 skinned, 102 plain
 
     // ----------------------------------------------------------------------
     // The controls and form-level values, as declared in frmTessuma.def.

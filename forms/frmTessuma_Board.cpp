@@ -114,9 +114,12 @@ std::string frmTessuma::BuildBoardState() const {
         const TextField& cell = txtCell[static_cast<std::size_t>(i)];
         if (!cell.Text.empty()) {
             const auto code = static_cast<unsigned char>(cell.Text[0]);
-            if (cell.ForeColor == vb::kColorHinted) state += static_cast<char>(code + 34);
-            else if (cell.ForeColor == vb::kColorEntered) state += static_cast<char>(code + 25);
-            else if (cell.ForeColor == vb::kColorGiven) state += static_cast<char>(code + 16);
+            if (cell.ForeColor == vb::kColorHinted)
+                state += static_cast<char>(code + 34);
+            else if (cell.ForeColor == vb::kColorEntered)
+                state += static_cast<char>(code + 25);
+            else if (cell.ForeColor == vb::kColorGiven)
+                state += static_cast<char>(code + 16);
             // Any other colour writes nothing for the cell.
         } else if (!BoardState.empty()) {
             state += static_cast<char>(StateChar(BoardState, i));

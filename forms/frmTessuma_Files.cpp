@@ -102,7 +102,8 @@ void frmTessuma::WriteGameFile(const std::string& path) {
 
     bool written = false;
     try {
-        const SavedGame game{BuildBoardState(), lblScore.Caption, lblDifficulty.Caption, ClockSeconds, GetViewPosText()};
+        const SavedGame game{BuildBoardState(), lblScore.Caption, lblDifficulty.Caption, ClockSeconds,
+                             GetViewPosText()};
         written = ports.files->WriteFileAtomically(target, FormatSavedGame(game));
     } catch (const std::bad_alloc&) {
         written = false;

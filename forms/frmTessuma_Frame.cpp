@@ -3,9 +3,9 @@
 #include "core/Keys.h"
 
 #include "core/vb.h"
+#include "forms/modGetSet.h"
 #include "forms/modMain.h"
 #include "forms/modScreenRes.h"
-#include "forms/modGetSet.h"
 
 // Window frame, skin, option panel, help, printing.
 //
@@ -19,11 +19,11 @@ using modGetSet::SaveData;
 
 namespace {
 
-constexpr int kPictureSkinned = 101;   // form background, skin on and during help
-constexpr int kPicturePlain = 102;     // form background, skin off and on paper
-constexpr int kPictureVolume = 103;    // slider track, skin on
-constexpr int kPictureHighs = 150;     // high score frame, skin on
-constexpr int kPictureFirstPage = 201; // help pages 201..210
+constexpr int kPictureSkinned = 101;    // form background, skin on and during help
+constexpr int kPicturePlain = 102;      // form background, skin off and on paper
+constexpr int kPictureVolume = 103;     // slider track, skin on
+constexpr int kPictureHighs = 150;      // high score frame, skin on
+constexpr int kPictureFirstPage = 201;  // help pages 201..210
 constexpr int kHelpPages = 10;
 
 // A place from the settings, or the centre of the screen as it is now when
@@ -243,8 +243,10 @@ void frmTessuma::lblHelpPages_Click(int Index) {
 // The arrow keys turn the pages of help, on release, around the ends.
 void frmTessuma::picFrame_KeyUp(int Index, int KeyCode, int Shift) {
     if (Index != 2) return;
-    if (KeyCode == keys::kLeft || KeyCode == keys::kUp) TurnHelpPage(false);
-    else if (KeyCode == keys::kRight || KeyCode == keys::kDown) TurnHelpPage(true);
+    if (KeyCode == keys::kLeft || KeyCode == keys::kUp)
+        TurnHelpPage(false);
+    else if (KeyCode == keys::kRight || KeyCode == keys::kDown)
+        TurnHelpPage(true);
 }
 
 // The arrows that the help draws under its page list turn the pages as the
@@ -256,8 +258,10 @@ void frmTessuma::imgHelpTurn_Click(int Index) {
 // One page on or back, round from the last page to the first.
 void frmTessuma::TurnHelpPage(bool forward) {
     int page = LastHelpPage;
-    if (!forward) page = page - 1 < 0 ? HelpPageMax : page - 1;
-    else page = page + 1 > HelpPageMax ? 0 : page + 1;
+    if (!forward)
+        page = page - 1 < 0 ? HelpPageMax : page - 1;
+    else
+        page = page + 1 > HelpPageMax ? 0 : page + 1;
     lblHelpPages_Click(page);
 }
 
@@ -303,16 +307,11 @@ void frmTessuma::PrintBoard() {
     // The player hears of a page that did not reach a printer, and only what
     // is true of it.
     switch (printed.kind) {
-        case PrintResult::Printed:
-            break;
-        case PrintResult::ToFile:
-            ShowMessage("No printer here.\r\nPuzzle go to file:\r\n" + printed.path, "");
-            break;
+        case PrintResult::Printed: break;
+        case PrintResult::ToFile: ShowMessage("No printer here.\r\nPuzzle go to file:\r\n" + printed.path, ""); break;
         case PrintResult::FileFailed:
             ShowMessage("No printer here,\r\nand file no can write.\r\nPuzzle not printed.", "");
             break;
-        case PrintResult::PrinterFailed:
-            ShowMessage("Printer say no.\r\nPuzzle not printed.", "");
-            break;
+        case PrintResult::PrinterFailed: ShowMessage("Printer say no.\r\nPuzzle not printed.", ""); break;
     }
 }

@@ -1,8 +1,8 @@
 #include "forms/frmTessuma.h"
 
 #include "core/HighScores.h"
-#include "forms/modMain.h"
 #include "forms/modGetSet.h"
+#include "forms/modMain.h"
 
 // High scores.
 

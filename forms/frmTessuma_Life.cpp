@@ -2,14 +2,14 @@
 
 #include <cstdlib>
 
-#include "forms/frmMessage.h"
-#include "forms/modMain.h"
-#include "forms/modGetSet.h"
 #include "BuildConfig.h"
 #include "core/Volume.h"
 #include "core/vb.h"
-#include "forms/modScreenRes.h"
+#include "forms/frmMessage.h"
+#include "forms/modGetSet.h"
+#include "forms/modMain.h"
 #include "forms/modMusic.h"
+#include "forms/modScreenRes.h"
 
 using modGetSet::GetData;
 using modGetSet::SaveData;

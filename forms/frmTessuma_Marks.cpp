@@ -102,8 +102,10 @@ void frmTessuma::picMark_KeyUp(int /*Index*/, int KeyCode, int /*Shift*/) {
         SetFocus({"txtCell", CurrentCell});
         return;
     }
-    if (KeyCode >= 49 && KeyCode <= 57) picMark_Click(KeyCode - 49);
-    else if (KeyCode > keys::kNumpad0 && KeyCode <= keys::kNumpad9) picMark_Click(KeyCode - 97);
+    if (KeyCode >= 49 && KeyCode <= 57)
+        picMark_Click(KeyCode - 49);
+    else if (KeyCode > keys::kNumpad0 && KeyCode <= keys::kNumpad9)
+        picMark_Click(KeyCode - 97);
     // Every other key counts as a change as well, even one that did nothing.
     PuzzleDirty = true;
 }

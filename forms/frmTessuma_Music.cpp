@@ -1,8 +1,8 @@
 #include "forms/frmTessuma.h"
 
-#include "forms/modMusic.h"
 #include "core/Volume.h"
 #include "core/vb.h"
+#include "forms/modMusic.h"
 
 // Songs and the volume slider. The songs play one after the other, around
 // and around; the thumb's position on its 75 pixels of track is the only

@@ -52,8 +52,10 @@ void frmTessuma::cmdSideNav_Click(int Index) {
             break;
         case 5:
             PlayEffect(SoundNavClick);
-            if (picFrame[4].Visible) HideHighs();
-            else ShowHighs();
+            if (picFrame[4].Visible)
+                HideHighs();
+            else
+                ShowHighs();
             break;
         case 6: {
             PlayEffect(SoundNavClick);
@@ -69,8 +71,7 @@ void frmTessuma::cmdSideNav_Click(int Index) {
             PlayEffect(SoundNavClick);
             CancelOwnPuzzle();
             break;
-        default:
-            break;
+        default: break;
     }
 }
 
@@ -92,18 +93,13 @@ void frmTessuma::lblOption_Click(int Index) {
             UpdateViewPossible();
             AddPenalty();
             break;
-        case 7:
-            CheckForUpdate();
-            break;
-        case 8:
-            TogglePause();
-            break;
+        case 7: CheckForUpdate(); break;
+        case 8: TogglePause(); break;
         case 10:
             // A failure to open the page is not reported.
             if (ports.shell) ports.shell->Open(TESSUMA_DONATE_URL, "C:\\");
             break;
-        default:
-            break;
+        default: break;
     }
 }
 
@@ -112,8 +108,10 @@ void frmTessuma::lblOption_Click(int Index) {
 // side buttons is the mode.
 
 void frmTessuma::cmdHiddenCreate_Click() {
-    if (cmdSideNav[0].Visible) cmdSideNav_Click(0);
-    else if (cmdSideNav[8].Visible) cmdSideNav_Click(8);
+    if (cmdSideNav[0].Visible)
+        cmdSideNav_Click(0);
+    else if (cmdSideNav[8].Visible)
+        cmdSideNav_Click(8);
 }
 
 // In normal play button 7 counts as visible under button 0; it is only
@@ -136,8 +134,10 @@ void frmTessuma::cmdHiddenPrint_Click() {
 
 // Solve in play, OK in help.
 void frmTessuma::cmdHiddenSolveOK_Click() {
-    if (cmdSideNav[4].Visible) cmdSideNav_Click(4);
-    else if (picHelpNav.Visible) cmdOK_Click();
+    if (cmdSideNav[4].Visible)
+        cmdSideNav_Click(4);
+    else if (picHelpNav.Visible)
+        cmdOK_Click();
 }
 
 void frmTessuma::cmdHiddenHighs_Click() {

@@ -32,8 +32,7 @@ void frmTessuma::CheckForUpdate() {
     std::string text;
     const IFiles::Read read = ports.files->ReadFile(localPath, kMaxVersionFileBytes, text);
     ports.files->RemoveFile(localPath);
-    const std::optional<VersionFile> version =
-        read == IFiles::Read::Ok ? ParseVersionFile(text) : std::nullopt;
+    const std::optional<VersionFile> version = read == IFiles::Read::Ok ? ParseVersionFile(text) : std::nullopt;
     if (!version) {
         ShowMessage(kNoConnect, "");
         return;

@@ -27,9 +27,12 @@ void frmUpdate::Show() {
 bool frmUpdate::IsWebAddress(const std::string& address) {
     const std::string lower = vb::LCase(address);
     std::size_t rest = 0;
-    if (lower.rfind("http://", 0) == 0) rest = 7;
-    else if (lower.rfind("https://", 0) == 0) rest = 8;
-    else return false;
+    if (lower.rfind("http://", 0) == 0)
+        rest = 7;
+    else if (lower.rfind("https://", 0) == 0)
+        rest = 8;
+    else
+        return false;
     if (address.size() <= rest || address[rest] == '/') return false;
     for (char c : address) {
         const auto u = static_cast<unsigned char>(c);

@@ -25,7 +25,8 @@ void Program::Main() {
     std::string profileDir = ports.profileDir.empty() ? ports.programDir : ports.profileDir;
     if (!profileDir.empty() && profileDir.back() != '/') profileDir += '/';
     const std::string startDir = ports.documentsDir.empty() ? ports.programDir : ports.documentsDir;
-    gDialogs = std::make_unique<clsDIALOGS>(ports.dialogs, ports.sysbox, *ports.files, startDir, profileDir + "tessuma.ini");
+    gDialogs =
+        std::make_unique<clsDIALOGS>(ports.dialogs, ports.sysbox, *ports.files, startDir, profileDir + "tessuma.ini");
     Running = true;
     MainForm = std::make_unique<frmTessuma>(*this);
     MainForm->Form_Load();

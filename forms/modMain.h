@@ -22,8 +22,8 @@ public:
     Ports ports;
 
     // Module-level values.
-    std::string MessageResult;       // the answer of the last message box
-    std::string UpdateUrl;           // the download address of the last check
+    std::string MessageResult;  // the answer of the last message box
+    std::string UpdateUrl;      // the download address of the last check
     std::unique_ptr<clsDIALOGS> gDialogs;
 
     // The forms. frmUpdate exists from its first use.

@@ -28,8 +28,7 @@ std::string MusicOpen(IMusicDevice& device, const std::string& alias, const std:
     return Result(device, device.Open(alias, path));
 }
 
-std::string MusicPlay(IMusicDevice& device, const std::string& alias, const std::string& from,
-                      const std::string& to) {
+std::string MusicPlay(IMusicDevice& device, const std::string& alias, const std::string& from, const std::string& to) {
     const std::string start = from.empty() ? "0" : from;
     const std::string end = to.empty() ? vb::Str(MusicLength(device, alias)) : to;
     return Result(device, device.Play(alias, PositionOf(start), PositionOf(end)));

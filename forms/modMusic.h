@@ -20,8 +20,7 @@ std::string MusicOpen(IMusicDevice& device, const std::string& alias, const std:
 
 // Plays from `from` to `to`, both in the device's unit, and returns at once.
 // An empty `from` is the start ("0"), an empty `to` the length of the song.
-std::string MusicPlay(IMusicDevice& device, const std::string& alias, const std::string& from,
-                      const std::string& to);
+std::string MusicPlay(IMusicDevice& device, const std::string& alias, const std::string& from, const std::string& to);
 
 std::string MusicClose(IMusicDevice& device, const std::string& alias);
 std::string MusicStop(IMusicDevice& device, const std::string& alias);

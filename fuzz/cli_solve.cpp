@@ -26,9 +26,12 @@ bool IsAnswer(const std::string& line) {
         if (line[static_cast<std::size_t>(i)] < '0' || line[static_cast<std::size_t>(i)] > '9') return false;
     std::string rest = line.substr(82);
     std::size_t digits;
-    if (rest.rfind("true ", 0) == 0) digits = 5;
-    else if (rest.rfind("false ", 0) == 0) digits = 6;
-    else return false;
+    if (rest.rfind("true ", 0) == 0)
+        digits = 5;
+    else if (rest.rfind("false ", 0) == 0)
+        digits = 6;
+    else
+        return false;
     if (digits >= rest.size()) return false;
     for (std::size_t i = digits; i < rest.size(); ++i)
         if (rest[i] < '0' || rest[i] > '9') return false;

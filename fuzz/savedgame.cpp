@@ -10,12 +10,12 @@
 
 #include <string>
 
-#include "core/vb.h"
 #include "core/SavedGame.h"
-#include "sim/World.h"
+#include "core/vb.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "fuzz/FuzzSupport.h"
+#include "sim/World.h"
 
 namespace {
 
@@ -38,8 +38,8 @@ struct Game {
 };
 
 Game Take(const frmTessuma& f) {
-    return Game{f.BuildBoardState(), f.GetViewPosText(), f.lblScore.Caption, f.lblDifficulty.Caption,
-                f.BaseScore, f.ClockSeconds};
+    return Game{f.BuildBoardState(),     f.GetViewPosText(), f.lblScore.Caption,
+                f.lblDifficulty.Caption, f.BaseScore,        f.ClockSeconds};
 }
 
 }  // namespace

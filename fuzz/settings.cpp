@@ -12,22 +12,35 @@
 #include <string>
 #include <tuple>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
+#include "forms/modGetSet.h"
 #include "forms/modMain.h"
 #include "fuzz/FuzzSupport.h"
-#include "forms/modGetSet.h"
+#include "sim/World.h"
 
 namespace {
 
 constexpr const char* kKeys[] = {
-    "Clickring",      "Skin",          "Sounds",
-    "Volume",         "ShowOptions",   "LastHelpPage",
-    "ScreenPos/Left", "ScreenPos/Top", "ScreenPos/Maximized",
-    "Data/0",         "Data/1",        "Data/2",
-    "Data/3",         "Data/4",        "Data/5",
-    "Data/6",         "Data/7",        "Data/8",
-    "Data/9",         "Data/LastSavedName",
+    "Clickring",
+    "Skin",
+    "Sounds",
+    "Volume",
+    "ShowOptions",
+    "LastHelpPage",
+    "ScreenPos/Left",
+    "ScreenPos/Top",
+    "ScreenPos/Maximized",
+    "Data/0",
+    "Data/1",
+    "Data/2",
+    "Data/3",
+    "Data/4",
+    "Data/5",
+    "Data/6",
+    "Data/7",
+    "Data/8",
+    "Data/9",
+    "Data/LastSavedName",
 };
 constexpr std::size_t kKeyCount = sizeof kKeys / sizeof kKeys[0];
 

@@ -7,11 +7,11 @@
 
 #include <string>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
 #include "fuzz/FuzzSupport.h"
+#include "sim/World.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using fuzz::Require;

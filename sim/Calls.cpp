@@ -37,7 +37,8 @@ std::vector<std::string> ParamNames(std::string_view params) {
         const std::size_t comma = rest.find(',');
         std::string_view one = rest.substr(0, comma);
         std::size_t end = one.find_last_not_of(' ') + 1, start = end;
-        while (start > 0 && (std::isalnum(static_cast<unsigned char>(one[start - 1])) || one[start - 1] == '_')) --start;
+        while (start > 0 && (std::isalnum(static_cast<unsigned char>(one[start - 1])) || one[start - 1] == '_'))
+            --start;
         if (end > start) names.emplace_back(one.substr(start, end - start));
         rest = comma == std::string_view::npos ? std::string_view() : rest.substr(comma + 1);
     }
@@ -106,7 +107,9 @@ struct Param<const ControlRef&> {
 };
 
 template <class T>
-concept ByRef = requires(typename Param<T>::Hold h) { Param<T>::Out(h); };
+concept ByRef = requires(typename Param<T>::Hold h) {
+    Param<T>::Out(h);
+};
 
 template <class T>
 ArgInfo Describe(const std::string& name, const ArgSpec& spec) {
@@ -188,9 +191,10 @@ std::vector<CallEntry> BuildTable() {
 #include "forms/frmTessuma.def"
     t.push_back(CallEntry{"CellIndex",
                           {ArgInfo{"Row", ArgKind::Int, 0, 8, false}, ArgInfo{"Col", ArgKind::Int, 0, 8, false}},
-                          Needs::Form, [](Runtime&, const Args& a) {
-                              return std::to_string(frmTessuma::CellIndex(static_cast<int>(a[0].i),
-                                                                           static_cast<int>(a[1].i)));
+                          Needs::Form,
+                          [](Runtime&, const Args& a) {
+                              return std::to_string(
+                                  frmTessuma::CellIndex(static_cast<int>(a[0].i), static_cast<int>(a[1].i)));
                           }});
     // The update window.
     t.push_back(UpdateHandler("frmUpdate.Form_Load", &frmUpdate::Form_Load));
@@ -229,7 +233,8 @@ bool ParseCallArgs(const CallEntry& entry, const std::vector<Token>& words, std:
     args.clear();
     if (words.size() != entry.args.size()) {
         const auto n = entry.args.size();
-        error = entry.name + " takes " + (n == 0 ? std::string("no arguments") : std::to_string(n) + (n == 1 ? " argument" : " arguments")) +
+        error = entry.name + " takes " +
+                (n == 0 ? std::string("no arguments") : std::to_string(n) + (n == 1 ? " argument" : " arguments")) +
                 (n == 0 ? "" : " (" + Signature(entry) + ")") + ", not " + std::to_string(words.size());
         return false;
     }

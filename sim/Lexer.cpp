@@ -70,8 +70,7 @@ bool Tokenize(std::string_view line, std::vector<Token>& words, std::string& err
         } else {
             while (i < line.size() && !IsBlank(line[i])) {
                 if (line[i] == '"') {
-                    error = "a double quote inside a word (column " + std::to_string(i + 1) +
-                            "): quote the whole word";
+                    error = "a double quote inside a word (column " + std::to_string(i + 1) + "): quote the whole word";
                     return false;
                 }
                 t.text += line[i];
@@ -101,9 +100,12 @@ bool ParseDecimal(std::string_view s, double& out) {
     if (i < s.size() && s[i] == '-') ++i;
     bool digits = false, dot = false;
     for (; i < s.size(); ++i) {
-        if (IsDigit(s[i])) digits = true;
-        else if (s[i] == '.' && !dot) dot = true;
-        else return false;
+        if (IsDigit(s[i]))
+            digits = true;
+        else if (s[i] == '.' && !dot)
+            dot = true;
+        else
+            return false;
     }
     if (!digits) return false;
     double v = 0;

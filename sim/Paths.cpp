@@ -9,8 +9,8 @@
 
 #include "core/Ini.h"
 #include "core/vb.h"
-#include "sim/Lexer.h"
 #include "forms/modGetSet.h"
+#include "sim/Lexer.h"
 
 namespace scenario {
 
@@ -37,7 +37,11 @@ struct Prop {
 
 template <class C>
 Prop<C> PBool(const char* name, bool C::*m) {
-    return {name, ValueKind::Bool, 0, 0, [m](const C& c) {
+    return {name,
+            ValueKind::Bool,
+            0,
+            0,
+            [m](const C& c) {
                 Value v;
                 v.b = c.*m;
                 return v;
@@ -47,7 +51,11 @@ Prop<C> PBool(const char* name, bool C::*m) {
 
 template <class C>
 Prop<C> PInt(const char* name, int C::*m, long long lo = INT32_MIN, long long hi = INT32_MAX) {
-    return {name, ValueKind::Int, lo, hi, [m](const C& c) {
+    return {name,
+            ValueKind::Int,
+            lo,
+            hi,
+            [m](const C& c) {
                 Value v;
                 v.i = c.*m;
                 return v;
@@ -57,7 +65,11 @@ Prop<C> PInt(const char* name, int C::*m, long long lo = INT32_MIN, long long hi
 
 template <class C>
 Prop<C> PShort(const char* name, std::int16_t C::*m, long long lo = INT16_MIN, long long hi = INT16_MAX) {
-    return {name, ValueKind::Int, lo, hi, [m](const C& c) {
+    return {name,
+            ValueKind::Int,
+            lo,
+            hi,
+            [m](const C& c) {
                 Value v;
                 v.i = c.*m;
                 return v;
@@ -67,7 +79,11 @@ Prop<C> PShort(const char* name, std::int16_t C::*m, long long lo = INT16_MIN, l
 
 template <class C>
 Prop<C> PColour(const char* name, std::int32_t C::*m) {
-    return {name, ValueKind::Colour, INT32_MIN, INT32_MAX, [m](const C& c) {
+    return {name,
+            ValueKind::Colour,
+            INT32_MIN,
+            INT32_MAX,
+            [m](const C& c) {
                 Value v;
                 v.i = c.*m;
                 return v;
@@ -77,7 +93,11 @@ Prop<C> PColour(const char* name, std::int32_t C::*m) {
 
 template <class C>
 Prop<C> PFloat(const char* name, float C::*m) {
-    return {name, ValueKind::Float, 0, 0, [m](const C& c) {
+    return {name,
+            ValueKind::Float,
+            0,
+            0,
+            [m](const C& c) {
                 Value v;
                 v.f = c.*m;
                 return v;
@@ -87,7 +107,11 @@ Prop<C> PFloat(const char* name, float C::*m) {
 
 template <class C>
 Prop<C> PText(const char* name, std::string C::*m) {
-    return {name, ValueKind::Text, 0, 0, [m](const C& c) {
+    return {name,
+            ValueKind::Text,
+            0,
+            0,
+            [m](const C& c) {
                 Value v;
                 v.s = c.*m;
                 return v;
@@ -103,10 +127,17 @@ template <>
 const std::vector<Prop<TextField>>& PropsOf<TextField>() {
     using C = TextField;
     static const std::vector<Prop<C>> props = {
-        PText("Text", &C::Text),       PBool("Visible", &C::Visible), PBool("Locked", &C::Locked),
-        PColour("ForeColor", &C::ForeColor), PBool("TabStop", &C::TabStop), PInt("Left", &C::Left),
-        PInt("Top", &C::Top),          PInt("Width", &C::Width),      PInt("Height", &C::Height),
-        PInt("MaxLength", &C::MaxLength, 0, 65535), PInt("SelStart", &C::SelStart, 0, 65535),
+        PText("Text", &C::Text),
+        PBool("Visible", &C::Visible),
+        PBool("Locked", &C::Locked),
+        PColour("ForeColor", &C::ForeColor),
+        PBool("TabStop", &C::TabStop),
+        PInt("Left", &C::Left),
+        PInt("Top", &C::Top),
+        PInt("Width", &C::Width),
+        PInt("Height", &C::Height),
+        PInt("MaxLength", &C::MaxLength, 0, 65535),
+        PInt("SelStart", &C::SelStart, 0, 65535),
     };
     return props;
 }
@@ -115,9 +146,14 @@ template <>
 const std::vector<Prop<Label>>& PropsOf<Label>() {
     using C = Label;
     static const std::vector<Prop<C>> props = {
-        PText("Caption", &C::Caption), PBool("Visible", &C::Visible), PColour("ForeColor", &C::ForeColor),
-        PInt("MousePointer", &C::MousePointer, 0, 99), PInt("Left", &C::Left), PInt("Top", &C::Top),
-        PInt("Width", &C::Width), PInt("Height", &C::Height),
+        PText("Caption", &C::Caption),
+        PBool("Visible", &C::Visible),
+        PColour("ForeColor", &C::ForeColor),
+        PInt("MousePointer", &C::MousePointer, 0, 99),
+        PInt("Left", &C::Left),
+        PInt("Top", &C::Top),
+        PInt("Width", &C::Width),
+        PInt("Height", &C::Height),
     };
     return props;
 }
@@ -126,8 +162,8 @@ template <>
 const std::vector<Prop<PictureBox>>& PropsOf<PictureBox>() {
     using C = PictureBox;
     static const std::vector<Prop<C>> props = {
-        PBool("Visible", &C::Visible), PInt("Left", &C::Left),       PInt("Top", &C::Top),
-        PInt("Width", &C::Width),      PInt("Height", &C::Height),   PInt("Picture", &C::Picture),
+        PBool("Visible", &C::Visible), PInt("Left", &C::Left),     PInt("Top", &C::Top),
+        PInt("Width", &C::Width),      PInt("Height", &C::Height), PInt("Picture", &C::Picture),
         PText("Glyph", &C::Glyph),
     };
     return props;
@@ -137,7 +173,7 @@ template <>
 const std::vector<Prop<Thumb>>& PropsOf<Thumb>() {
     using C = Thumb;
     static const std::vector<Prop<C>> props = {
-        PBool("Visible", &C::Visible), PFloat("Left", &C::Left), PInt("Top", &C::Top),
+        PBool("Visible", &C::Visible), PFloat("Left", &C::Left),   PInt("Top", &C::Top),
         PInt("Width", &C::Width),      PInt("Height", &C::Height),
     };
     return props;
@@ -252,8 +288,8 @@ struct ControlEntry {
 };
 
 template <class F, class C>
-bool BindControlProp(const FormAccess<F>& fa, std::function<const C&(const F&)> pick,
-                     std::function<C&(F&)> pickW, const std::string& prop, Path& out) {
+bool BindControlProp(const FormAccess<F>& fa, std::function<const C&(const F&)> pick, std::function<C&(F&)> pickW,
+                     const std::string& prop, Path& out) {
     for (const auto& p : PropsOf<C>()) {
         if (p.name != prop) continue;
         out.kind = p.kind;
@@ -332,15 +368,25 @@ const std::vector<ControlEntry>& UpdateControls() {
 
 // A form value bound by its type: Boolean, whole number in a range, number, text.
 template <class C>
-Prop<C> PValue(const char* name, bool C::*m, long long, long long) { return PBool(name, m); }
+Prop<C> PValue(const char* name, bool C::*m, long long, long long) {
+    return PBool(name, m);
+}
 template <class C>
-Prop<C> PValue(const char* name, int C::*m, long long lo, long long hi) { return PInt(name, m, lo, hi); }
+Prop<C> PValue(const char* name, int C::*m, long long lo, long long hi) {
+    return PInt(name, m, lo, hi);
+}
 template <class C>
-Prop<C> PValue(const char* name, std::int16_t C::*m, long long lo, long long hi) { return PShort(name, m, lo, hi); }
+Prop<C> PValue(const char* name, std::int16_t C::*m, long long lo, long long hi) {
+    return PShort(name, m, lo, hi);
+}
 template <class C>
-Prop<C> PValue(const char* name, float C::*m, long long, long long) { return PFloat(name, m); }
+Prop<C> PValue(const char* name, float C::*m, long long, long long) {
+    return PFloat(name, m);
+}
 template <class C>
-Prop<C> PValue(const char* name, std::string C::*m, long long, long long) { return PText(name, m); }
+Prop<C> PValue(const char* name, std::string C::*m, long long, long long) {
+    return PText(name, m);
+}
 
 // Form-level values of the main form, by their bare names.
 const std::vector<Prop<F>>& MainValues() {
@@ -427,9 +473,9 @@ std::string JoinBlank(const std::vector<T>& items) {
 
 const std::vector<WorldEntry>& WorldEntries() {
     static const std::vector<WorldEntry> entries = {
-        {"Running", ValueKind::Bool, Needs::World,
-         [](Runtime& rt) { return Bool(rt.program && rt.program->Running); }},
-        {"Focus", ValueKind::Text, Needs::Form, [](Runtime& rt) { return Text(rt.Form().FocusedControl().ToString()); }},
+        {"Running", ValueKind::Bool, Needs::World, [](Runtime& rt) { return Bool(rt.program && rt.program->Running); }},
+        {"Focus", ValueKind::Text, Needs::Form,
+         [](Runtime& rt) { return Text(rt.Form().FocusedControl().ToString()); }},
         {"KeyQueue", ValueKind::Text, Needs::Form,
          [](Runtime& rt) {
              const auto& q = rt.Form().KeyQueue;
@@ -448,13 +494,11 @@ const std::vector<WorldEntry>& WorldEntries() {
          [](Runtime& rt) { return Text(rt.world.dialogs.lastInitialDir); }},
         {"SysBoxes", ValueKind::Int, Needs::World, [](Runtime& rt) { return Int(rt.world.sysbox.count); }},
         {"LastSysBox", ValueKind::Text, Needs::World, [](Runtime& rt) { return Text(rt.world.sysbox.lastText); }},
-        {"LastSysBoxTitle", ValueKind::Text, Needs::World,
-         [](Runtime& rt) { return Text(rt.world.sysbox.lastTitle); }},
+        {"LastSysBoxTitle", ValueKind::Text, Needs::World, [](Runtime& rt) { return Text(rt.world.sysbox.lastTitle); }},
         {"Shell", ValueKind::Text, Needs::World, [](Runtime& rt) { return Text(JoinBlank(rt.world.shell.targets)); }},
         {"Prints", ValueKind::Int, Needs::World, [](Runtime& rt) { return Int(rt.world.printer.count); }},
         {"Downloads", ValueKind::Int, Needs::World, [](Runtime& rt) { return Int(rt.world.download.count); }},
-        {"LastDownloadUrl", ValueKind::Text, Needs::World,
-         [](Runtime& rt) { return Text(rt.world.download.lastUrl); }},
+        {"LastDownloadUrl", ValueKind::Text, Needs::World, [](Runtime& rt) { return Text(rt.world.download.lastUrl); }},
         {"DisplayMode", ValueKind::Text, Needs::World,
          [](Runtime& rt) {
              return Text(std::to_string(rt.world.screen.width) + "x" + std::to_string(rt.world.screen.height));
@@ -465,7 +509,8 @@ const std::vector<WorldEntry>& WorldEntries() {
              const auto& v = rt.world.music.lastVolume;
              return Text(v ? std::to_string(*v) : std::string());
          }},
-        {"Owners", ValueKind::Text, Needs::World, [](Runtime& rt) { return Text(JoinBlank(rt.world.window.ownerSets)); }},
+        {"Owners", ValueKind::Text, Needs::World,
+         [](Runtime& rt) { return Text(JoinBlank(rt.world.window.ownerSets)); }},
         {"CallResult", ValueKind::Text, Needs::World, [](Runtime& rt) { return Text(rt.callResult); }},
     };
     return entries;
@@ -527,8 +572,8 @@ bool ParseIndex(const std::string& text, int lo, int hi, const std::string& what
         return false;
     }
     if (v < lo || v > hi) {
-        error = what + " has indices " + std::to_string(lo) + " to " + std::to_string(hi) + ", not " +
-                std::to_string(v);
+        error =
+            what + " has indices " + std::to_string(lo) + " to " + std::to_string(hi) + ", not " + std::to_string(v);
         return false;
     }
     out = static_cast<int>(v);
@@ -681,10 +726,14 @@ bool ResolveCall(const std::string& text, Path& out, std::string& error, bool& m
         modGetSet::RouteKey(section, key);
         if (name == "Setting") {
             out.kind = ValueKind::Text;
-            out.get = [section, key](Runtime& rt) { return Text(rt.world.settings.Get(modGetSet::kApp, section, key)); };
+            out.get = [section, key](Runtime& rt) {
+                return Text(rt.world.settings.Get(modGetSet::kApp, section, key));
+            };
         } else {
             out.kind = ValueKind::Bool;
-            out.get = [section, key](Runtime& rt) { return Bool(rt.world.settings.Has(modGetSet::kApp, section, key)); };
+            out.get = [section, key](Runtime& rt) {
+                return Bool(rt.world.settings.Has(modGetSet::kApp, section, key));
+            };
         }
         return true;
     }
@@ -790,7 +839,8 @@ bool ResolvePath(const std::string& text, Path& out, std::string& error) {
     std::string rest = text;
     enum { Bare, Main, Update, Message } scope = Bare;
     for (const auto& [prefix, s] : {std::pair<std::string, decltype(scope)>{"frmTessuma.", Main},
-                                    {"frmUpdate.", Update}, {"frmMessage.", Message}}) {
+                                    {"frmUpdate.", Update},
+                                    {"frmMessage.", Message}}) {
         if (rest.compare(0, prefix.size(), prefix) == 0) {
             scope = s;
             rest = rest.substr(prefix.size());
@@ -806,8 +856,7 @@ bool ResolvePath(const std::string& text, Path& out, std::string& error) {
     }
 
     switch (scope) {
-        case Update:
-            return ResolveUpdate(p, text, out, error);
+        case Update: return ResolveUpdate(p, text, out, error);
         case Message:
             if (p.name == "Visible" && !p.hasArg && !p.hasProp) {
                 out.kind = ValueKind::Bool;
@@ -902,8 +951,8 @@ std::vector<std::string> ListPaths() {
     r.push_back("frmMessage.Visible");
     for (const auto& v : ProgramValues()) r.push_back(v.name);
     for (const auto& w : WorldEntries()) r.push_back(w.name);
-    for (const char* f : {"Setting(Clickring)", "HasSetting(ScreenPos/Left)", "Ini(LastOpenDir)", "File(game.tsm)",
-                          "Exists(game.tsm)"})
+    for (const char* f :
+         {"Setting(Clickring)", "HasSetting(ScreenPos/Left)", "Ini(LastOpenDir)", "File(game.tsm)", "Exists(game.tsm)"})
         r.push_back(f);
     return r;
 }

@@ -6,10 +6,10 @@
 #include <stdexcept>
 #include <string>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
+#include "sim/World.h"
 
 namespace scenario {
 

@@ -10,13 +10,12 @@
 
 #include "core/vb.h"
 #include "forms/frmTessuma.h"
+#include "forms/modGetSet.h"
 #include "sim/Calls.h"
 #include "sim/Lexer.h"
 #include "sim/Paths.h"
 #include "sim/Runtime.h"
 #include "sim/Values.h"
-#include "forms/modGetSet.h"
-
 
 namespace scenario {
 
@@ -55,7 +54,7 @@ struct MenuName {
     int lo, hi;  // indices; -1 when not an array
 };
 constexpr MenuName kMenuEntries[] = {
-    {"mnuDifficulty", 0, 3},       {"mnuEnterPuzzle", -1, -1},        {"mnuCancelNewPuzzle", -1, -1},
+    {"mnuDifficulty", 0, 3},         {"mnuEnterPuzzle", -1, -1},        {"mnuCancelNewPuzzle", -1, -1},
     {"mnuFillRandomSquare", -1, -1}, {"mnuClearSolvedSquares", -1, -1}, {"mnuSolvePuzzle", -1, -1},
     {"mnuDeleteFile", -1, -1},
 };
@@ -193,9 +192,7 @@ private:
         std::string why;
         if (!CheckSandboxPath(w[1].text, why)) Bad(why);
         const std::string path = w[1].text, text = w[2].text;
-        Add([path, text](Runtime& rt, Output&) {
-            WriteSandboxFile(rt, path, ExpandSandbox(text, rt.world.sandbox));
-        });
+        Add([path, text](Runtime& rt, Output&) { WriteSandboxFile(rt, path, ExpandSandbox(text, rt.world.sandbox)); });
     }
 
     void NoFile(const std::vector<Token>& w) {
@@ -234,8 +231,8 @@ private:
         MessageAnswer a;
         if (how == "yes" || how == "no" || how == "okay" || how == "close") {
             ArgCount(w, 1, 1, usage);
-            a.kind = how == "yes" ? MessageAnswer::Yes
-                     : how == "no" ? MessageAnswer::No
+            a.kind = how == "yes"    ? MessageAnswer::Yes
+                     : how == "no"   ? MessageAnswer::No
                      : how == "okay" ? MessageAnswer::Okay
                                      : MessageAnswer::Close;
         } else if (how == "name") {
@@ -304,14 +301,22 @@ private:
         ArgCount(w, 1, 1, "sysbox yes|no|ok");
         const std::string& how = w[1].text;
         int answer = 0;
-        if (how == "yes") answer = ISystemMessageBox::Yes;
-        else if (how == "no") answer = ISystemMessageBox::No;
-        else if (how == "ok") answer = ISystemMessageBox::Ok;
-        else if (how == "cancel") answer = ISystemMessageBox::Cancel;
-        else if (how == "abort") answer = ISystemMessageBox::Abort;
-        else if (how == "retry") answer = ISystemMessageBox::Retry;
-        else if (how == "ignore") answer = ISystemMessageBox::Ignore;
-        else Bad("unknown system box answer \"" + EscapeText(how) + "\" (yes, no, ok, cancel, abort, retry, ignore)");
+        if (how == "yes")
+            answer = ISystemMessageBox::Yes;
+        else if (how == "no")
+            answer = ISystemMessageBox::No;
+        else if (how == "ok")
+            answer = ISystemMessageBox::Ok;
+        else if (how == "cancel")
+            answer = ISystemMessageBox::Cancel;
+        else if (how == "abort")
+            answer = ISystemMessageBox::Abort;
+        else if (how == "retry")
+            answer = ISystemMessageBox::Retry;
+        else if (how == "ignore")
+            answer = ISystemMessageBox::Ignore;
+        else
+            Bad("unknown system box answer \"" + EscapeText(how) + "\" (yes, no, ok, cancel, abort, retry, ignore)");
         Add([answer](Runtime& rt, Output&) { rt.world.sysbox.answers.push_back(answer); });
     }
 
@@ -390,7 +395,8 @@ private:
         if (!ResolvePath(w[1].text, path, error)) Bad(error);
         if (!path.set) Bad(w[1].text + " can't be set: " + path.readOnlyWhy);
         Value v;
-        if (!ParseValue(path.kind, path.lo, path.hi, w[2].text, v, error)) Bad("a value for " + w[1].text + ": " + error);
+        if (!ParseValue(path.kind, path.lo, path.hi, w[2].text, v, error))
+            Bad("a value for " + w[1].text + ": " + error);
         if (path.check && !path.check(v, error)) Bad(error);
         Require(path.needs, "set " + w[1].text);
         const bool text = path.kind == ValueKind::Text;
@@ -407,7 +413,8 @@ private:
         char key = k.size() == 1 ? k[0] : '\0';
         if (key >= 'a' && key <= 'z') key = static_cast<char>(key - 'a' + 'A');
         if (key == '\0' || std::string(kAltKeys).find(key) == std::string::npos)
-            Bad("no hidden button has the access key \"" + EscapeText(k) + "\" (keys: C F L S P O G H E M R K N - = U D A , .)");
+            Bad("no hidden button has the access key \"" + EscapeText(k) +
+                "\" (keys: C F L S P O G H E M R K N - = U D A , .)");
         Require(Needs::Form, "alt");
         Add([key](Runtime& rt, Output&) { rt.Form().PressAltKey(key); });
     }

@@ -28,8 +28,10 @@ std::string FormatBool(bool v) { return v ? "True" : "False"; }
 std::string FormatColour(std::int32_t bgr) {
     const auto u = static_cast<std::uint32_t>(bgr);
     char buf[16];
-    if (u <= 0xFFFFFFu) std::snprintf(buf, sizeof buf, "&H%06X", u);
-    else std::snprintf(buf, sizeof buf, "&H%08X", u);
+    if (u <= 0xFFFFFFu)
+        std::snprintf(buf, sizeof buf, "&H%06X", u);
+    else
+        std::snprintf(buf, sizeof buf, "&H%08X", u);
     return buf;
 }
 
@@ -90,8 +92,7 @@ bool ParseColour(std::string_view s, std::int32_t& out) {
     return true;
 }
 
-bool ParseValue(ValueKind kind, long long lo, long long hi, const std::string& text, Value& out,
-                std::string& error) {
+bool ParseValue(ValueKind kind, long long lo, long long hi, const std::string& text, Value& out, std::string& error) {
     out = Value{};
     switch (kind) {
         case ValueKind::Bool:
@@ -126,9 +127,7 @@ bool ParseValue(ValueKind kind, long long lo, long long hi, const std::string& t
             out.f = static_cast<float>(d);
             return true;
         }
-        case ValueKind::Text:
-            out.s = text;
-            return true;
+        case ValueKind::Text: out.s = text; return true;
     }
     return false;
 }

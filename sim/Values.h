@@ -21,9 +21,9 @@ struct Value {
 // Text with carriage return, line feed, tab and backslash shown as \r \n \t \\.
 std::string EscapeText(std::string_view text);
 
-std::string FormatBool(bool v);                 // True, False
-std::string FormatColour(std::int32_t bgr);     // &H2600C0; eight digits when the top byte is set
-std::string FormatFloat(float v);               // 75, 37.5, 0.1 (shortest form that reads back)
+std::string FormatBool(bool v);                           // True, False
+std::string FormatColour(std::int32_t bgr);               // &H2600C0; eight digits when the top byte is set
+std::string FormatFloat(float v);                         // 75, 37.5, 0.1 (shortest form that reads back)
 std::string FormatValue(ValueKind kind, const Value& v);  // unescaped text for Text
 
 // True or False, in any case.
@@ -34,7 +34,6 @@ bool ParseColour(std::string_view s, std::int32_t& out);
 
 // Reads `text` as a value of `kind`; Int within [lo, hi]. False with a
 // reason in `error`.
-bool ParseValue(ValueKind kind, long long lo, long long hi, const std::string& text, Value& out,
-                std::string& error);
+bool ParseValue(ValueKind kind, long long lo, long long hi, const std::string& text, Value& out, std::string& error);
 
 }  // namespace scenario

@@ -102,8 +102,7 @@ void FakeMessageHost::RunModal(frmMessage& f) {
                 f.Form_KeyUp(k, 0);
             }
             break;
-        case MessageAnswer::Close:
-            break;
+        case MessageAnswer::Close: break;
     }
     // A box still open is closed by the system's close command.
     if (!f.Unloaded) f.CloseBySystem();
@@ -207,7 +206,7 @@ std::optional<std::string> FakeDialogHost::BrowseForFolder(const std::string& ti
 // --------------------------------------------------------------------------
 int FakeMusic::Open(const std::string& alias, const std::string& path) {
     commands.push_back("open " + path + " alias " + alias);
-    if (open_) return 289;  // the alias is in use
+    if (open_) return 289;                 // the alias is in use
     if (!files_.IsFile(path)) return 275;  // file not found
     open_ = true;
     playing_ = false;

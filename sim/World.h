@@ -41,7 +41,8 @@ class FakeSettings : public ISettingsStore {
 public:
     std::map<std::tuple<std::string, std::string, std::string>, std::string> values;
     std::string Get(const std::string& app, const std::string& section, const std::string& key) override;
-    void Save(const std::string& app, const std::string& section, const std::string& key, const std::string& value) override;
+    void Save(const std::string& app, const std::string& section, const std::string& key,
+              const std::string& value) override;
     bool Has(const std::string& app, const std::string& section, const std::string& key) override;
 };
 
@@ -50,7 +51,10 @@ class FakeRandom : public IRandom {
 public:
     std::deque<float> queued;
     float Rnd() override;
-    void Randomize(float seconds) override { seeded = true; seed = seconds; }
+    void Randomize(float seconds) override {
+        seeded = true;
+        seed = seconds;
+    }
     bool seeded = false;
     float seed = 0;
 

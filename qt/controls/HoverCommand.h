@@ -40,8 +40,8 @@ public:
     enum PictureType : qint16 { TypeNone = 0, TypeBitmap = 1, TypeIcon = 3 };
 
     StdPicture() = default;
-    StdPicture(const QImage& bitmap);    // NOLINT: a bitmap converts on purpose
-    StdPicture(const QPixmap& bitmap);   // NOLINT
+    StdPicture(const QImage& bitmap);   // NOLINT: a bitmap converts on purpose
+    StdPicture(const QPixmap& bitmap);  // NOLINT
     // An icon drawn at the given size in pixels (the platform's icons are 32 by 32).
     static StdPicture FromIcon(const QIcon& icon, const QSize& size = QSize(32, 32));
 
@@ -74,8 +74,7 @@ Q_DECLARE_METATYPE(StdPicture)
 class PropertyBag {
 public:
     QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const;
-    void WriteProperty(const QString& name, const QVariant& value,
-                       const QVariant& defaultValue = QVariant());
+    void WriteProperty(const QString& name, const QVariant& value, const QVariant& defaultValue = QVariant());
     bool Contains(const QString& name) const;
     QStringList Names() const;
     bool IsEmpty() const { return m_items.isEmpty(); }

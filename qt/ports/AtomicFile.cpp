@@ -33,15 +33,17 @@ void RemoveStaleTemporaries(const std::string& dir) {
         if (dash == std::string::npos || dash == prefix || dash > prefix + 10) continue;
         long pid = 0;
         for (std::size_t i = prefix; i < dash; ++i) {
-            if (name[i] < '0' || name[i] > '9') { pid = -1; break; }
+            if (name[i] < '0' || name[i] > '9') {
+                pid = -1;
+                break;
+            }
             pid = pid * 10 + (name[i] - '0');
         }
         if (pid <= 0 || pid == ::getpid()) continue;
         if (::kill(static_cast<pid_t>(pid), 0) == 0 || errno != ESRCH) continue;  // alive, or not ours to ask
-        struct stat st{};
+        struct stat st {};
         const std::string path = it->path().string();
-        if (::lstat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode) && st.st_uid == ::geteuid())
-            ::unlink(path.c_str());
+        if (::lstat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode) && st.st_uid == ::geteuid()) ::unlink(path.c_str());
     }
 }
 
@@ -63,7 +65,7 @@ bool WriteFileAtomically(const std::string& path, const std::string& data) {
     }
     const fs::path tp(target);
     const std::string dir = tp.has_parent_path() ? tp.parent_path().string() : std::string(".");
-    struct stat old{};
+    struct stat old {};
     const bool existed = ::stat(target.c_str(), &old) == 0;
     if (existed && !S_ISREG(old.st_mode)) return false;
     RemoveStaleTemporaries(dir);

@@ -30,7 +30,8 @@ FileDialogResult QtDialogHost::FileDialog(const FileDialogRequest& req) {
     QStringList filters;
     for (const auto& f : req.filters) filters << QtFilter(f);
     if (!filters.isEmpty()) dialog.setNameFilters(filters);
-    if (req.filterIndex >= 1 && req.filterIndex <= filters.size()) dialog.selectNameFilter(filters[req.filterIndex - 1]);
+    if (req.filterIndex >= 1 && req.filterIndex <= filters.size())
+        dialog.selectNameFilter(filters[req.filterIndex - 1]);
     switch (req.kind) {
         case FileDialogRequest::Open:
             dialog.setAcceptMode(QFileDialog::AcceptOpen);
@@ -55,9 +56,9 @@ FileDialogResult QtDialogHost::FileDialog(const FileDialogRequest& req) {
         if (req.kind != FileDialogRequest::Save || !req.createPrompt || dialog.selectedFiles().isEmpty()) break;
         const QString chosen = dialog.selectedFiles().first();
         if (QFileInfo::exists(chosen)) break;
-        const auto answer = QMessageBox::question(
-            owner_, dialog.windowTitle(),
-            chosen + "\nThis file does not exist.\nDo you want to create it?", QMessageBox::Yes | QMessageBox::No);
+        const auto answer = QMessageBox::question(owner_, dialog.windowTitle(),
+                                                  chosen + "\nThis file does not exist.\nDo you want to create it?",
+                                                  QMessageBox::Yes | QMessageBox::No);
         if (answer == QMessageBox::Yes) break;
     }
     for (const QString& f : dialog.selectedFiles()) {
@@ -76,7 +77,8 @@ FileDialogResult QtDialogHost::FileDialog(const FileDialogRequest& req) {
 
 std::optional<std::int32_t> QtDialogHost::ChooseColor(std::int32_t initial) {
     const auto v = static_cast<std::uint32_t>(initial);
-    const QColor start(static_cast<int>(v & 0xFF), static_cast<int>((v >> 8) & 0xFF), static_cast<int>((v >> 16) & 0xFF));
+    const QColor start(static_cast<int>(v & 0xFF), static_cast<int>((v >> 8) & 0xFF),
+                       static_cast<int>((v >> 16) & 0xFF));
     const QColor c = QColorDialog::getColor(start, owner_);
     if (!c.isValid()) return std::nullopt;
     return static_cast<std::int32_t>(c.red() | (c.green() << 8) | (c.blue() << 16));
@@ -100,8 +102,8 @@ bool QtDialogHost::PageSetupDialog(PageSetup& setup) {
     // at or above their lower limits.
     QPageLayout start = printer.pageLayout();
     start.setUnits(QPageLayout::Inch);
-    start.setMinimumMargins(QMarginsF(setup.minLeft / 1000.0, setup.minTop / 1000.0, setup.minRight / 1000.0,
-                                      setup.minBottom / 1000.0));
+    start.setMinimumMargins(
+        QMarginsF(setup.minLeft / 1000.0, setup.minTop / 1000.0, setup.minRight / 1000.0, setup.minBottom / 1000.0));
     start.setMargins(QMarginsF(setup.left / 1000.0, setup.top / 1000.0, setup.right / 1000.0, setup.bottom / 1000.0));
     printer.setPageLayout(start);
     QPageSetupDialog dialog(&printer, owner_);

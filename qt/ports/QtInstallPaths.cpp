@@ -6,9 +6,7 @@
 
 namespace {
 
-bool HoldsMusic(const QDir& dir) {
-    return QFileInfo(dir.filePath("Music")).isDir();
-}
+bool HoldsMusic(const QDir& dir) { return QFileInfo(dir.filePath("Music")).isDir(); }
 
 }  // namespace
 
@@ -20,6 +18,4 @@ std::string ProgramDataDir(const std::string& programDir) {
     return programDir;
 }
 
-std::string ProgramDataDir() {
-    return ProgramDataDir(QCoreApplication::applicationDirPath().toStdString());
-}
+std::string ProgramDataDir() { return ProgramDataDir(QCoreApplication::applicationDirPath().toStdString()); }

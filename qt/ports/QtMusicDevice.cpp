@@ -21,22 +21,18 @@ struct QtMusicDevice::Device {
     long pendingFrom = -1;      // a start position asked for before the media was loaded
     qint64 reached = 0;         // the furthest place reported since the last play
 
-    bool Loaded() const
-    {
+    bool Loaded() const {
         switch (player->mediaStatus()) {
-        case QMediaPlayer::LoadedMedia:
-        case QMediaPlayer::BufferingMedia:
-        case QMediaPlayer::BufferedMedia:
-        case QMediaPlayer::StalledMedia:
-        case QMediaPlayer::EndOfMedia:
-            return true;
-        default:
-            return false;
+            case QMediaPlayer::LoadedMedia:
+            case QMediaPlayer::BufferingMedia:
+            case QMediaPlayer::BufferedMedia:
+            case QMediaPlayer::StalledMedia:
+            case QMediaPlayer::EndOfMedia: return true;
+            default: return false;
         }
     }
 
-    ~Device()
-    {
+    ~Device() {
         // No more news from a player on its way out.
         QObject::disconnect(player.get(), nullptr, nullptr, nullptr);
         player->stop();
@@ -48,24 +44,18 @@ QtMusicDevice::QtMusicDevice() = default;
 
 QtMusicDevice::~QtMusicDevice() = default;
 
-QtMusicDevice::Device* QtMusicDevice::Find(const std::string& alias) const
-{
-    if (!dev_ || alias.empty())
-        return nullptr;
+QtMusicDevice::Device* QtMusicDevice::Find(const std::string& alias) const {
+    if (!dev_ || alias.empty()) return nullptr;
     if (QString::fromStdString(alias).compare(QString::fromStdString(dev_->alias), Qt::CaseInsensitive) != 0)
         return nullptr;
     return dev_.get();
 }
 
-int QtMusicDevice::Open(const std::string& alias, const std::string& path)
-{
-    if (alias.empty())
-        return MissingAlias;
-    if (dev_)
-        return Find(alias) ? AliasInUse : DeviceBusy;
+int QtMusicDevice::Open(const std::string& alias, const std::string& path) {
+    if (alias.empty()) return MissingAlias;
+    if (dev_) return Find(alias) ? AliasInUse : DeviceBusy;
     const QString file = QString::fromStdString(path);
-    if (file.isEmpty() || !QFileInfo(file).isFile())
-        return FileNotFound;
+    if (file.isEmpty() || !QFileInfo(file).isFile()) return FileNotFound;
 
     auto dev = std::make_unique<Device>();
     dev->alias = alias;
@@ -77,33 +67,28 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path)
     QMediaPlayer* player = d->player.get();
     QObject::connect(player, &QMediaPlayer::mediaStatusChanged, player, [d](QMediaPlayer::MediaStatus status) {
         switch (status) {
-        case QMediaPlayer::LoadedMedia:
-            if (d->pendingFrom > 0)
-                d->player->setPosition(d->pendingFrom);
-            d->pendingFrom = -1;
-            break;
-        case QMediaPlayer::EndOfMedia: {
-            // A report of the end may arrive late, after the song was started
-            // again from an earlier place: only a player near its end ends.
-            // The player's own position may already be back at 0 by now, so
-            // the furthest place reported since that start counts as well.
-            const qint64 duration = d->player->duration();
-            const qint64 at = std::max(d->player->position(), d->reached);
-            if (duration <= 0 || at >= duration - 1500) d->ended = true;
-            break;
-        }
-        case QMediaPlayer::InvalidMedia:
-            d->failed = true;
-            break;
-        default:
-            break;
+            case QMediaPlayer::LoadedMedia:
+                if (d->pendingFrom > 0) d->player->setPosition(d->pendingFrom);
+                d->pendingFrom = -1;
+                break;
+            case QMediaPlayer::EndOfMedia: {
+                // A report of the end may arrive late, after the song was started
+                // again from an earlier place: only a player near its end ends.
+                // The player's own position may already be back at 0 by now, so
+                // the furthest place reported since that start counts as well.
+                const qint64 duration = d->player->duration();
+                const qint64 at = std::max(d->player->position(), d->reached);
+                if (duration <= 0 || at >= duration - 1500) d->ended = true;
+                break;
+            }
+            case QMediaPlayer::InvalidMedia: d->failed = true; break;
+            default: break;
         }
     });
     QObject::connect(player, &QMediaPlayer::errorOccurred, player, [d](QMediaPlayer::Error error, const QString&) {
         // Errors before the song is known mean it cannot be played at all;
         // later ones (a device lost mid-song) just leave it silent.
-        if (error != QMediaPlayer::NoError && d->player->duration() <= 0)
-            d->failed = true;
+        if (error != QMediaPlayer::NoError && d->player->duration() <= 0) d->failed = true;
     });
     QObject::connect(player, &QMediaPlayer::positionChanged, player, [d](qint64 position) {
         d->reached = std::max(d->reached, position);
@@ -117,16 +102,12 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path)
     return Success;
 }
 
-int QtMusicDevice::Play(const std::string& alias, long from, long to)
-{
+int QtMusicDevice::Play(const std::string& alias, long from, long to) {
     Device* d = Find(alias);
-    if (!d)
-        return DeviceNotOpen;
-    if (d->failed)
-        return CannotPlay;
+    if (!d) return DeviceNotOpen;
+    if (d->failed) return CannotPlay;
     const long length = Length(alias);
-    if (from < 0 || (to >= 0 && to < from) || (length >= 0 && from > length))
-        return OutOfRange;
+    if (from < 0 || (to >= 0 && to < from) || (length >= 0 && from > length)) return OutOfRange;
 
     d->stopAt = (to < 0 || (length >= 0 && to >= length)) ? -1 : to;
     d->haltedAtMark = false;
@@ -147,98 +128,66 @@ int QtMusicDevice::Play(const std::string& alias, long from, long to)
     return Success;
 }
 
-int QtMusicDevice::Stop(const std::string& alias)
-{
+int QtMusicDevice::Stop(const std::string& alias) {
     Device* d = Find(alias);
-    if (!d)
-        return DeviceNotOpen;
-    if (d->player->playbackState() == QMediaPlayer::PlayingState)
-        d->player->pause();
+    if (!d) return DeviceNotOpen;
+    if (d->player->playbackState() == QMediaPlayer::PlayingState) d->player->pause();
     return Success;
 }
 
-int QtMusicDevice::Close(const std::string& alias)
-{
-    if (!Find(alias))
-        return DeviceNotOpen;
+int QtMusicDevice::Close(const std::string& alias) {
+    if (!Find(alias)) return DeviceNotOpen;
     dev_.reset();
     return Success;
 }
 
-long QtMusicDevice::Length(const std::string& alias)
-{
+long QtMusicDevice::Length(const std::string& alias) {
     Device* d = Find(alias);
-    if (!d || d->failed)
-        return -1;
+    if (!d || d->failed) return -1;
     const qint64 duration = d->player->duration();
     return duration > 0 ? long(duration) : -1;
 }
 
-long QtMusicDevice::Position(const std::string& alias)
-{
+long QtMusicDevice::Position(const std::string& alias) {
     const long length = Length(alias);
-    if (length < 0)
-        return -1;
+    if (length < 0) return -1;
     Device* d = Find(alias);
-    if (d->ended)
-        return length;  // the player stops a few milliseconds short of its own length
-    if (d->haltedAtMark)
-        return d->stopAt;
+    if (d->ended) return length;  // the player stops a few milliseconds short of its own length
+    if (d->haltedAtMark) return d->stopAt;
     return long(std::clamp<qint64>(d->player->position(), 0, length));
 }
 
-int QtMusicDevice::SetVolume(const std::string& alias, const std::string& side, int volume)
-{
+int QtMusicDevice::SetVolume(const std::string& alias, const std::string& side, int volume) {
     Device* d = Find(alias);
-    if (!d)
-        return DeviceNotOpen;
-    if (volume < 0 || volume > 1000)
-        return OutOfRange;
+    if (!d) return DeviceNotOpen;
+    if (volume < 0 || volume > 1000) return OutOfRange;
     (void)side;  // no balance in Qt: every side sets the whole volume
     d->output->setVolume(OutputVolumeFor(volume));
     return Success;
 }
 
-std::string QtMusicDevice::ErrorText(int code)
-{
+std::string QtMusicDevice::ErrorText(int code) {
     switch (code) {
-    case Success:
-        return "The specified command was carried out.";
-    case DeviceNotOpen:
-        return "The specified device is not open or is not recognized.";
-    case MissingAlias:
-        return "A device name or alias is required.";
-    case FileNotFound:
-        return "Cannot find the specified file. Make sure the path and file name are correct.";
-    case OutOfRange:
-        return "The specified parameter is out of range for the specified command.";
-    case DeviceBusy:
-        return "Another song is open already. Close it before opening a new one.";
-    case AliasInUse:
-        return "The specified alias is already being used. Use a unique alias.";
-    case CannotPlay:
-        return "The specified file cannot be played. It may be damaged or in a format that cannot be decoded.";
-    default:
-        return "Unknown error " + std::to_string(code) + ".";
+        case Success: return "The specified command was carried out.";
+        case DeviceNotOpen: return "The specified device is not open or is not recognized.";
+        case MissingAlias: return "A device name or alias is required.";
+        case FileNotFound: return "Cannot find the specified file. Make sure the path and file name are correct.";
+        case OutOfRange: return "The specified parameter is out of range for the specified command.";
+        case DeviceBusy: return "Another song is open already. Close it before opening a new one.";
+        case AliasInUse: return "The specified alias is already being used. Use a unique alias.";
+        case CannotPlay:
+            return "The specified file cannot be played. It may be damaged or in a format that cannot be decoded.";
+        default: return "Unknown error " + std::to_string(code) + ".";
     }
 }
 
-float QtMusicDevice::OutputVolumeFor(int volume)
-{
+float QtMusicDevice::OutputVolumeFor(int volume) {
     const float v = float(std::clamp(volume, 0, 1000)) / 1000.0f;
-    if (v <= 0.0f)
-        return 0.0f;
-    if (v >= 1.0f)
-        return 1.0f;
+    if (v <= 0.0f) return 0.0f;
+    if (v >= 1.0f) return 1.0f;
     return QAudio::convertVolume(v, QAudio::LogarithmicVolumeScale, QAudio::LinearVolumeScale);
 }
 
-float QtMusicDevice::OutputVolume() const
-{
-    return dev_ ? dev_->output->volume() : -1.0f;
-}
+float QtMusicDevice::OutputVolume() const { return dev_ ? dev_->output->volume() : -1.0f; }
 
-bool QtMusicDevice::IsOpen() const
-{
-    return dev_ != nullptr;
-}
+bool QtMusicDevice::IsOpen() const { return dev_ != nullptr; }

@@ -20,13 +20,13 @@ class QtMusicDevice : public IMusicDevice {
 public:
     enum Error : int {
         Success = 0,
-        DeviceNotOpen = 263,   // no song open under that alias
+        DeviceNotOpen = 263,  // no song open under that alias
         MissingAlias = 267,
         FileNotFound = 275,
-        OutOfRange = 282,      // a volume or a position outside its range
-        DeviceBusy = 288,      // a song is open already under another alias
+        OutOfRange = 282,  // a volume or a position outside its range
+        DeviceBusy = 288,  // a song is open already under another alias
         AliasInUse = 289,
-        CannotPlay = 296,      // the file is damaged or of a kind that cannot be played
+        CannotPlay = 296,  // the file is damaged or of a kind that cannot be played
     };
 
     QtMusicDevice();

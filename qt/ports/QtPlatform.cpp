@@ -123,7 +123,9 @@ int QtSystemMessageBox::Show(const std::string& text, const std::string& title, 
     std::vector<B> buttons;
     switch (style & 7) {
         case 1: buttons = {{QMessageBox::Ok, Ok}, {QMessageBox::Cancel, Cancel}}; break;
-        case 2: buttons = {{QMessageBox::Abort, Abort}, {QMessageBox::Retry, Retry}, {QMessageBox::Ignore, Ignore}}; break;
+        case 2:
+            buttons = {{QMessageBox::Abort, Abort}, {QMessageBox::Retry, Retry}, {QMessageBox::Ignore, Ignore}};
+            break;
         case 3: buttons = {{QMessageBox::Yes, Yes}, {QMessageBox::No, No}, {QMessageBox::Cancel, Cancel}}; break;
         case 4: buttons = {{QMessageBox::Yes, Yes}, {QMessageBox::No, No}}; break;
         case 5: buttons = {{QMessageBox::Retry, Retry}, {QMessageBox::Cancel, Cancel}}; break;

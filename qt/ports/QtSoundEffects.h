@@ -27,11 +27,11 @@ class QSoundEffect;
 
 // The samples of one RIFF WAVE file with plain PCM data.
 struct WavePcm {
-    int formatTag = 0;       // 1 for PCM
+    int formatTag = 0;  // 1 for PCM
     int channels = 0;
     int sampleRate = 0;
     int bitsPerSample = 0;
-    QByteArray data;         // interleaved little-endian samples, whole frames only
+    QByteArray data;  // interleaved little-endian samples, whole frames only
 
     int FrameBytes() const { return channels * bitsPerSample / 8; }
     qint64 Frames() const { return FrameBytes() > 0 ? data.size() / FrameBytes() : 0; }

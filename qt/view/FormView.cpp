@@ -11,9 +11,9 @@
 #include <QPainterPath>
 #include <QSvgRenderer>
 
-#include "qt/controls/HoverCommand.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "qt/controls/HoverCommand.h"
 #include "qt/view/Look.h"
 #include "qt/view/MessageDialog.h"
 
@@ -236,9 +236,12 @@ void FormView::PaintForm(QPainter& p) {
     const QPixmap& bg = look::Bitmap(Form().Picture);
     QSvgRenderer* drawing = look::Drawing(Form().Picture);
     const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
-    if (onPaper && drawing) drawing->render(&p, QRectF(0, 0, 638, 478));
-    else if (!bg.isNull()) p.drawPixmap(QRect(0, 0, 638, 478), bg);
-    else p.fillRect(QRect(0, 0, 638, 478), Qt::white);
+    if (onPaper && drawing)
+        drawing->render(&p, QRectF(0, 0, 638, 478));
+    else if (!bg.isNull())
+        p.drawPixmap(QRect(0, 0, 638, 478), bg);
+    else
+        p.fillRect(QRect(0, 0, 638, 478), Qt::white);
     PaintPanel(p);
     PaintBoard(p);
     PaintFrames(p);
@@ -274,23 +277,27 @@ static QRectF LetterRect(const Label& l, std::size_t option, int letter) {
         const int at = second ? letter - space - 1 : letter;
         const double x0 = l.Left + (l.Width - fm.horizontalAdvance(line)) / 2;
         const double y0 = top + (second ? lineH : 0);
-        return QRectF(x0 + fm.horizontalAdvance(line.left(at)), y0, fm.horizontalAdvance(line.mid(at, 1)), fm.ascent() + 1);
+        return QRectF(x0 + fm.horizontalAdvance(line.left(at)), y0, fm.horizontalAdvance(line.mid(at, 1)),
+                      fm.ascent() + 1);
     }
     const double w = fm.horizontalAdvance(text);
     const double x0 = align == Qt::AlignLeft ? l.Left : l.Left + l.Width - w;
     const double y0 = l.Top + (l.Height - fm.height()) / 2;
-    return QRectF(x0 + fm.horizontalAdvance(text.left(letter)), y0, fm.horizontalAdvance(text.mid(letter, 1)), fm.ascent() + 1);
+    return QRectF(x0 + fm.horizontalAdvance(text.left(letter)), y0, fm.horizontalAdvance(text.mid(letter, 1)),
+                  fm.ascent() + 1);
 }
 
 void FormView::PaintPanel(QPainter& p) {
     frmTessuma& f = Form();
     if (f.lblScore.Visible)
-        Text(p, R(f.lblScore), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblScore.ForeColor), Q(f.lblScore.Caption));
+        Text(p, R(f.lblScore), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblScore.ForeColor),
+             Q(f.lblScore.Caption));
     if (f.lblDifficulty.Visible)
         Text(p, R(f.lblDifficulty), Qt::AlignRight, look::Japan(12), look::Bgr(f.lblDifficulty.ForeColor),
              Q(f.lblDifficulty.Caption));
     if (f.lblTimer.Visible)
-        Text(p, R(f.lblTimer), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblTimer.ForeColor), Q(f.lblTimer.Caption));
+        Text(p, R(f.lblTimer), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblTimer.ForeColor),
+             Q(f.lblTimer.Caption));
 
     for (std::size_t i = 1; i <= 10; ++i) {
         const Label& l = f.lblOption[i];
@@ -322,7 +329,8 @@ void FormView::PaintPanel(QPainter& p) {
         const QRectF letter = LetterRect(word, access[i].option, at);
         if (letter.isEmpty()) continue;
         p.setPen(QPen(look::Bgr(u.ForeColor), 2.0, Qt::SolidLine, Qt::RoundCap));
-        p.drawLine(QPointF(letter.left() + 0.5, letter.bottom() + 1.5), QPointF(letter.right() - 0.5, letter.bottom() + 1.5));
+        p.drawLine(QPointF(letter.left() + 0.5, letter.bottom() + 1.5),
+                   QPointF(letter.right() - 0.5, letter.bottom() + 1.5));
     }
 
     for (const CheckBox* c : {&f.chkClickring, &f.chkSkin, &f.chkSounds}) {
@@ -375,8 +383,7 @@ void FormView::PaintBoard(QPainter& p) {
         if (c.Visible) {
             // Only a cell the player can type into shows the edit highlight,
             // and never on paper.
-            const bool focused =
-                !onPaper && focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
+            const bool focused = !onPaper && focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
             if (focused) {
                 p.setPen(Qt::NoPen);
                 p.setBrush(QColor(255, 246, 196, 210));
@@ -387,7 +394,8 @@ void FormView::PaintBoard(QPainter& p) {
             p.drawText(cell.adjusted(0, 0, -1, -1), Qt::AlignCenter, Q(c.Text));
             if (focused && c.Text.empty() && caretOn_) {
                 p.setPen(QPen(QColor(60, 60, 60), 1.5));
-                p.drawLine(QPointF(cell.center().x() + 0.5, cell.top() + 10), QPointF(cell.center().x() + 0.5, cell.bottom() - 10));
+                p.drawLine(QPointF(cell.center().x() + 0.5, cell.top() + 10),
+                           QPointF(cell.center().x() + 0.5, cell.bottom() - 10));
             }
             continue;
         }
@@ -407,8 +415,10 @@ void FormView::PaintFrames(QPainter& p) {
     const PictureBox& help = f.picFrame[2];
     if (help.Visible) {
         const QPixmap& page = look::Bitmap(help.Picture);
-        if (!page.isNull()) p.drawPixmap(R(help), page);
-        else p.fillRect(R(help), QColor(255, 253, 240));
+        if (!page.isNull())
+            p.drawPixmap(R(help), page);
+        else
+            p.fillRect(R(help), QColor(255, 253, 240));
         for (const Label* l : {&f.lblSupport, &f.lblWiki}) {
             if (!l->Visible) continue;
             // Inside its pill on the page.
@@ -420,8 +430,10 @@ void FormView::PaintFrames(QPainter& p) {
     const PictureBox& highs = f.picFrame[4];
     if (highs.Visible) {
         const QPixmap& pic = look::Bitmap(highs.Picture);
-        if (highs.Picture && !pic.isNull()) p.drawPixmap(R(highs), pic);
-        else p.fillRect(R(highs), Qt::white);
+        if (highs.Picture && !pic.isNull())
+            p.drawPixmap(R(highs), pic);
+        else
+            p.fillRect(R(highs), Qt::white);
         const QRect cap = R(f.Label3).translated(highs.Left, highs.Top);
         Text(p, cap, Qt::AlignLeft, look::Japan(20.25), look::Bgr(f.Label3.ForeColor), Q(f.Label3.Caption));
         for (std::size_t i = 0; i < 10; ++i) {
@@ -429,8 +441,8 @@ void FormView::PaintFrames(QPainter& p) {
             const Label& s = f.lblSHScore[i];
             Text(p, R(n).translated(highs.Left, highs.Top), Qt::AlignLeft, look::Verdana(14.25), look::Bgr(n.ForeColor),
                  Q(n.Caption));
-            Text(p, R(s).translated(highs.Left, highs.Top), Qt::AlignRight, look::Verdana(14.25), look::Bgr(s.ForeColor),
-                 Q(s.Caption));
+            Text(p, R(s).translated(highs.Left, highs.Top), Qt::AlignRight, look::Verdana(14.25),
+                 look::Bgr(s.ForeColor), Q(s.Caption));
         }
     }
     // The pause and loading curtain.
@@ -455,11 +467,14 @@ void FormView::PaintFrames(QPainter& p) {
     if (f.picHelpNav.Visible) {
         const QRect nav = R(f.picHelpNav);
         const QPixmap& pic = look::Control("helpnav");
-        if (!pic.isNull()) p.drawPixmap(nav, pic);
-        else p.fillRect(nav, QColor(245, 245, 212));
+        if (!pic.isNull())
+            p.drawPixmap(nav, pic);
+        else
+            p.fillRect(nav, QColor(245, 245, 212));
         for (const Label& l : f.lblHelpPages) {
             if (!l.Visible) continue;
-            Text(p, R(l).translated(nav.topLeft()), Qt::AlignRight, look::Japan(14.25), look::Bgr(l.ForeColor), Q(l.Caption));
+            Text(p, R(l).translated(nav.topLeft()), Qt::AlignRight, look::Japan(14.25), look::Bgr(l.ForeColor),
+                 Q(l.Caption));
         }
     }
     if (f.imgHelpMonkey.Visible) {
@@ -491,8 +506,10 @@ void FormView::PaintOverlays(QPainter& p) {
     for (const PictureBox& r : f.picRing) {
         if (!r.Visible) continue;
         const QPixmap& pic = look::Control(Q(r.Glyph));
-        if (!pic.isNull()) p.drawPixmap(R(r), pic);
-        else p.fillRect(R(r), QColor(11, 94, 181));
+        if (!pic.isNull())
+            p.drawPixmap(R(r), pic);
+        else
+            p.fillRect(R(r), QColor(11, 94, 181));
     }
 }
 
@@ -513,7 +530,8 @@ FormView::Hit FormView::HitTest(const QPoint& pt) const {
         }
         // The "turn page" arrows drawn in the navigation's picture.
         for (int i : {0, 1}) {
-            const QRect arrow(f.picHelpNav.Left + (i == 0 ? 4 : f.picHelpNav.Width - 22), f.picHelpNav.Top + 262, 18, 17);
+            const QRect arrow(f.picHelpNav.Left + (i == 0 ? 4 : f.picHelpNav.Width - 22), f.picHelpNav.Top + 262, 18,
+                              17);
             if (arrow.contains(pt)) return {Hit::HelpTurn, i};
         }
         return {Hit::HelpNav, -1};
@@ -533,7 +551,8 @@ FormView::Hit FormView::HitTest(const QPoint& pt) const {
         if (c.Visible) return {Hit::Cell, static_cast<int>(i)};
         for (std::size_t k = 0; k < 3; ++k) {
             const Label& l = f.lblViewPos[3 * i + k];
-            if (l.Visible && R(l).adjusted(-1, -1, 1, 1).contains(pt)) return {Hit::ViewPos, static_cast<int>(3 * i + k)};
+            if (l.Visible && R(l).adjusted(-1, -1, 1, 1).contains(pt))
+                return {Hit::ViewPos, static_cast<int>(3 * i + k)};
         }
     }
     for (const CheckBox* c : {&f.chkClickring, &f.chkSkin, &f.chkSounds})
@@ -549,7 +568,8 @@ FormView::Hit FormView::HitTest(const QPoint& pt) const {
         if (l.Visible && R(l).contains(pt)) return {Hit::Option, i};
     }
     if (f.lblTimer.Visible && R(f.lblTimer).contains(pt)) return {Hit::Timer, -1};
-    if ((f.lblScore.Visible && R(f.lblScore).contains(pt)) || (f.lblDifficulty.Visible && R(f.lblDifficulty).contains(pt)))
+    if ((f.lblScore.Visible && R(f.lblScore).contains(pt)) ||
+        (f.lblDifficulty.Visible && R(f.lblDifficulty).contains(pt)))
         return {Hit::PanelLabel, -1};
     return {Hit::Background, -1};
 }
@@ -568,17 +588,10 @@ void FormView::mousePressEvent(QMouseEvent* e) {
                                 (y - f.picRing[pressed_.index].Top) * 15);
             pressed_ = {};
             break;
-        case Hit::Cell:
-            f.SetFocus({"txtCell", pressed_.index});
-            break;
-        case Hit::HelpFrame:
-            f.SetFocus({"picFrame", 2});
-            break;
-        case Hit::Background:
-            f.Form_MouseDown(button, shift, x, y);
-            break;
-        default:
-            break;
+        case Hit::Cell: f.SetFocus({"txtCell", pressed_.index}); break;
+        case Hit::HelpFrame: f.SetFocus({"picFrame", 2}); break;
+        case Hit::Background: f.Form_MouseDown(button, shift, x, y); break;
+        default: break;
     }
     AfterModel();
 }
@@ -650,13 +663,15 @@ void FormView::mouseReleaseEvent(QMouseEvent* e) {
             break;
         case Hit::Check:
             if (same && left) {
-                if (down.index == 0) f.SetClickringValue(1 - f.chkClickring.Value);
-                else if (down.index == 1) f.SetSkinValue(1 - f.chkSkin.Value);
-                else f.SetSoundsValue(1 - f.chkSounds.Value);
+                if (down.index == 0)
+                    f.SetClickringValue(1 - f.chkClickring.Value);
+                else if (down.index == 1)
+                    f.SetSkinValue(1 - f.chkSkin.Value);
+                else
+                    f.SetSoundsValue(1 - f.chkSounds.Value);
             }
             break;
-        default:
-            break;
+        default: break;
     }
     AfterModel();
 }
@@ -677,18 +692,16 @@ void FormView::UpdateCursor(const QPoint& pt) {
         case Hit::HelpTurn:
         case Hit::Support:
         case Hit::Wiki:
-        case Hit::Thumb:
-            hand = true;
-            break;
-        case Hit::Option:
-            hand = f.lblOption[static_cast<std::size_t>(h.index)].MousePointer == 99;
-            break;
-        default:
-            break;
+        case Hit::Thumb: hand = true; break;
+        case Hit::Option: hand = f.lblOption[static_cast<std::size_t>(h.index)].MousePointer == 99; break;
+        default: break;
     }
-    if (hand) setCursor(look::Hand());
-    else if (h.kind == Hit::Cell && !f.txtCell[static_cast<std::size_t>(h.index)].Locked) setCursor(Qt::IBeamCursor);
-    else unsetCursor();
+    if (hand)
+        setCursor(look::Hand());
+    else if (h.kind == Hit::Cell && !f.txtCell[static_cast<std::size_t>(h.index)].Locked)
+        setCursor(Qt::IBeamCursor);
+    else
+        unsetCursor();
 }
 
 void FormView::GlideStep() {
@@ -729,8 +742,11 @@ void FormView::keyReleaseEvent(QKeyEvent* e) {
     const ControlRef focus = f.FocusedControl();
     const int vk = input::VirtualKey(e);
     const int shift = input::ShiftCode(e->modifiers());
-    if (focus.name == "picMark") f.picMark_KeyUp(focus.index, vk, shift);
-    else if (focus.name == "picFrame") f.picFrame_KeyUp(focus.index, vk, shift);
-    else return;
+    if (focus.name == "picMark")
+        f.picMark_KeyUp(focus.index, vk, shift);
+    else if (focus.name == "picFrame")
+        f.picFrame_KeyUp(focus.index, vk, shift);
+    else
+        return;
     AfterModel();
 }

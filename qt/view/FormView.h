@@ -33,8 +33,27 @@ public:
     // What lies under a point of the form, topmost first.
     struct Hit {
         enum Kind {
-            None, Ring, Mark, HelpLabel, HelpTurn, Support, Wiki, HelpFrame, Curtain, HighsFrame, HelpNav, Monkey,
-            Cell, ViewPos, Option, Check, Thumb, Track, Timer, PanelLabel, Background
+            None,
+            Ring,
+            Mark,
+            HelpLabel,
+            HelpTurn,
+            Support,
+            Wiki,
+            HelpFrame,
+            Curtain,
+            HighsFrame,
+            HelpNav,
+            Monkey,
+            Cell,
+            ViewPos,
+            Option,
+            Check,
+            Thumb,
+            Track,
+            Timer,
+            PanelLabel,
+            Background
         } kind = None;
         int index = -1;
     };

@@ -61,7 +61,8 @@ int ShiftCode(Qt::KeyboardModifiers m) {
 
 std::string TypedText(const QKeyEvent* e) {
     const QString t = e->text();
-    if (t.size() == 1 && t[0].isPrint() && t[0].unicode() < 128) return std::string(1, static_cast<char>(t[0].unicode()));
+    if (t.size() == 1 && t[0].isPrint() && t[0].unicode() < 128)
+        return std::string(1, static_cast<char>(t[0].unicode()));
     return {};
 }
 

@@ -3,17 +3,16 @@
 #include "qt/view/InputCodes.h"
 
 #include <QCloseEvent>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QTimer>
 
 #include "forms/frmMessage.h"
 #include "qt/view/Look.h"
 #include "qt/view/X11Hints.h"
-
 
 MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
     : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
@@ -28,12 +27,12 @@ MessageDialog::MessageDialog(frmMessage& model, QWidget* owner)
         name_->setMaxLength(model_.txtName.MaxLength);
         name_->setFont(look::Verdana(11.25, true));
         name_->setFrame(true);
-        name_->setStyleSheet("QLineEdit { background: #FEFED6; border: 1px solid #B55E0B; border-radius: 3px; padding: 0 4px; }");
+        name_->setStyleSheet(
+            "QLineEdit { background: #FEFED6; border: 1px solid #B55E0B; border-radius: 3px; padding: 0 4px; }");
         name_->setText(QString::fromStdString(model_.txtName.Text));
         name_->installEventFilter(this);
-        connect(name_, &QLineEdit::textEdited, this, [this](const QString& t) {
-            model_.txtName_Change(t.toStdString(), name_->cursorPosition());
-        });
+        connect(name_, &QLineEdit::textEdited, this,
+                [this](const QString& t) { model_.txtName_Change(t.toStdString(), name_->cursorPosition()); });
         // The caret goes to the end, as the queued Ctrl+End asks.
         model_.DeliverQueuedKeys();
         name_->setCursorPosition(model_.txtName.SelStart);
@@ -60,7 +59,10 @@ void MessageDialog::changeEvent(QEvent* e) {
     // A modal box out of the task bar could not be found again once
     // minimised: it comes straight back.
     if (e->type() == QEvent::WindowStateChange && isMinimized())
-        QTimer::singleShot(0, this, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); showNormal(); });
+        QTimer::singleShot(0, this, [this] {
+            setWindowState(windowState() & ~Qt::WindowMinimized);
+            showNormal();
+        });
 }
 
 QRect MessageDialog::Px(int leftTw, int topTw, int widthTw, int heightTw) const {
@@ -72,8 +74,10 @@ void MessageDialog::paintEvent(QPaintEvent*) {
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
     const QPixmap& bg = look::Control("message_bg");
-    if (!bg.isNull()) p.drawPixmap(rect(), bg);
-    else p.fillRect(rect(), QColor(254, 254, 236));
+    if (!bg.isNull())
+        p.drawPixmap(rect(), bg);
+    else
+        p.fillRect(rect(), QColor(254, 254, 236));
     // The message fits its label: smaller type for a long one, and a path
     // too long for a line is broken where it must be.
     const Label& m = model_.lblMessage;
@@ -99,8 +103,10 @@ void MessageDialog::paintEvent(QPaintEvent*) {
 }
 
 void MessageDialog::AfterModel() {
-    if (model_.Unloaded) accept();
-    else update();
+    if (model_.Unloaded)
+        accept();
+    else
+        update();
 }
 
 bool MessageDialog::eventFilter(QObject* watched, QEvent* event) {
@@ -131,7 +137,8 @@ void MessageDialog::keyReleaseEvent(QKeyEvent* e) {
 void MessageDialog::mouseMoveEvent(QMouseEvent* e) {
     bool over = false;
     for (const Label* l : {&model_.lblYes, &model_.lblNo, &model_.lblOkay})
-        if (l->Visible && Px(l->Left, l->Top, l->Width, l->Height).adjusted(-20, -4, 20, 4).contains(e->position().toPoint()))
+        if (l->Visible &&
+            Px(l->Left, l->Top, l->Width, l->Height).adjusted(-20, -4, 20, 4).contains(e->position().toPoint()))
             over = true;
     setCursor(over ? look::Hand() : QCursor(Qt::ArrowCursor));
 }
@@ -143,9 +150,12 @@ void MessageDialog::mouseReleaseEvent(QMouseEvent* e) {
         return l.Visible && Px(l.Left, l.Top, l.Width, l.Height).adjusted(-20, -4, 20, 4).contains(pt);
     };
     if (name_) model_.txtName_Change(name_->text().toStdString(), name_->cursorPosition());
-    if (hit(model_.lblYes)) model_.lblYes_Click();
-    else if (hit(model_.lblNo)) model_.lblNo_Click();
-    else if (hit(model_.lblOkay)) model_.lblOkay_Click();
+    if (hit(model_.lblYes))
+        model_.lblYes_Click();
+    else if (hit(model_.lblNo))
+        model_.lblNo_Click();
+    else if (hit(model_.lblOkay))
+        model_.lblOkay_Click();
     AfterModel();
 }
 

@@ -42,4 +42,3 @@ public:
 private:
     QWidget* owner_;
 };
-

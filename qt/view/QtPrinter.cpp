@@ -46,8 +46,8 @@ bool QtPrinter::WritePage(FormView& view, const QString& path, const QPageSize& 
     const QRectF sheet = printer.pageLayout().fullRectPixels(printer.resolution());
     const double margin = dpi / 2;
     const QSizeF form(640, 480);
-    const double scale = std::min({dpi / 96.0, (sheet.width() - 2 * margin) / form.width(),
-                                   (sheet.height() - 2 * margin) / form.height()});
+    const double scale = std::min(
+        {dpi / 96.0, (sheet.width() - 2 * margin) / form.width(), (sheet.height() - 2 * margin) / form.height()});
     p.translate(sheet.center() - QPointF(form.width() * scale / 2, form.height() * scale / 2));
     p.scale(scale, scale);
     view.PaintForm(p);

@@ -10,11 +10,11 @@
 #include <QScreen>
 
 #include "forms/frmTessuma.h"
+#include "forms/frmUpdate.h"
 #include "forms/modMain.h"
 #include "qt/ports/QtDownloader.h"
 #include "qt/view/FormView.h"
 #include "qt/view/UpdateDialog.h"
-#include "forms/frmUpdate.h"
 
 TessumaWindow::TessumaWindow(Program& program) : program_(program) {
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -65,8 +65,8 @@ void TessumaWindow::FollowModel() {
             // Its inside centred on the game (setGeometry: the window
             // manager keeps the inside where it is asked to be).
             const QPoint c = mapToGlobal(QPoint(width() / 2, height() / 2));
-            update_->setGeometry(QRect(QPoint(c.x() - update_->width() / 2, c.y() - update_->height() / 2),
-                                       update_->size()));
+            update_->setGeometry(
+                QRect(QPoint(c.x() - update_->width() / 2, c.y() - update_->height() / 2), update_->size()));
             update_->show();
             update_->raise();
         } else {
@@ -85,8 +85,10 @@ void TessumaWindow::Show() {
         const frmTessuma& f = *program_.MainForm;
         move(f.Left / 15, f.Top / 15);
     }
-    if (fullScreen_) GoFullScreen();
-    else show();
+    if (fullScreen_)
+        GoFullScreen();
+    else
+        show();
     if (view_) {
         view_->AfterModel();
         activateWindow();
@@ -100,8 +102,10 @@ std::int32_t TessumaWindow::SetOwner(const std::string& ownedForm) {
     if (ownedForm != "frmUpdate" || update_) return 0;
     update_ = new UpdateDialog(program_, this);
     connect(update_, &UpdateDialog::ModelChanged, this, [this] {
-        if (view_) view_->AfterModel();
-        else FollowModel();
+        if (view_)
+            view_->AfterModel();
+        else
+            FollowModel();
     });
     return 0;
 }

@@ -24,8 +24,10 @@ void UpdateDialog::paintEvent(QPaintEvent*) {
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
     const QPixmap& bg = look::Control("update_bg");
-    if (!bg.isNull()) p.drawPixmap(rect(), bg);
-    else p.fillRect(rect(), QColor(254, 254, 236));
+    if (!bg.isNull())
+        p.drawPixmap(rect(), bg);
+    else
+        p.fillRect(rect(), QColor(254, 254, 236));
     const frmUpdate& f = program_.UpdateFormInstance();
     p.setFont(look::Japan(15));
     p.setPen(look::Bgr(0xB55E0B));

@@ -28,7 +28,7 @@ void x11hints::MakeFixedToolWindow(QWidget* window) {
 
     // The states a window starts with; Qt adds its own to these when it maps.
     const std::array<xcb_atom_t, 2> states = {Atom(c, "_NET_WM_STATE_SKIP_TASKBAR"),
-                                               Atom(c, "_NET_WM_STATE_SKIP_PAGER")};
+                                              Atom(c, "_NET_WM_STATE_SKIP_PAGER")};
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, id, Atom(c, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(states.size()), states.data());
 
@@ -42,7 +42,7 @@ void x11hints::MakeFixedToolWindow(QWidget* window) {
     enum : std::uint32_t { kFuncMove = 4, kFuncClose = 32 };
     enum : std::uint32_t { kDecorBorder = 2, kDecorTitle = 8, kDecorMenu = 16 };
     const std::array<std::uint32_t, 5> motif = {kFunctions | kDecorations, kFuncMove | kFuncClose,
-                                                 kDecorBorder | kDecorTitle | kDecorMenu, 0, 0};
+                                                kDecorBorder | kDecorTitle | kDecorMenu, 0, 0};
     const xcb_atom_t motifAtom = Atom(c, "_MOTIF_WM_HINTS");
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, id, motifAtom, motifAtom, 32,
                         static_cast<std::uint32_t>(motif.size()), motif.data());

@@ -33,17 +33,16 @@
 #include <string>
 #include <thread>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "qt/ports/QtFiles.h"
+#include "sim/World.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-const std::string kGame =
-    "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
+const std::string kGame = "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
 constexpr const char* kNoGood = "That file no good.";
 
 std::string Slurp(const std::string& path) {
@@ -118,9 +117,9 @@ void FillUp(const std::string& path) {
     ::close(fd);
 }
 
-#define CHILD_CHECK(cond)                                        \
-    do {                                                         \
-        if (!(cond)) return std::string("failed: ") + #cond;     \
+#define CHILD_CHECK(cond)                                    \
+    do {                                                     \
+        if (!(cond)) return std::string("failed: ") + #cond; \
     } while (0)
 
 // A new folder on the real disk for each test, and the real files port.
@@ -359,7 +358,7 @@ TEST_F(FaultsTest, ReplacingKeepsThePermissionsAndTheLinks) {
     std::ofstream(game) << "old";
     ::chmod(game.c_str(), 0640);
     f->WriteGameFile(game);
-    struct stat st{};
+    struct stat st {};
     ASSERT_EQ(::stat(game.c_str(), &st), 0);
     EXPECT_EQ(st.st_mode & 0777, 0640u);
     EXPECT_EQ(Slurp(game).substr(0, 81), kGame);

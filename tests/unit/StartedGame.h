@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "sim/World.h"
 
 struct StartedGame : ::testing::Test {
     World w;

@@ -65,9 +65,8 @@ TEST(HeldMusicDevice, CallsWaitAndAreReplayedInOrderThenPassStraightThrough) {
     music.Release();
     EXPECT_EQ(made, 1);
     EXPECT_FALSE(music.Held());
-    const std::vector<std::string> replayed = {"stop MusicFile", "close MusicFile",
-                                               "open MusicFile /songs/tess0.mp3", "volume MusicFile all 750",
-                                               "play MusicFile 0 -1"};
+    const std::vector<std::string> replayed = {"stop MusicFile", "close MusicFile", "open MusicFile /songs/tess0.mp3",
+                                               "volume MusicFile all 750", "play MusicFile 0 -1"};
     EXPECT_EQ(log, replayed);
 
     music.Release();  // a second release makes nothing and replays nothing

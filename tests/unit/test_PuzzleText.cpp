@@ -13,10 +13,8 @@ std::string AsText(const std::uint8_t (&d)[81]) {
     return s;
 }
 
-const std::string kDigits =
-    "8.9...........87...35..96...5.......6.139..5...35....2.6.....8..1.753......2..1..";
-const std::string kDigitsRead =
-    "809000000000008700035009600050000000601390050003500002060000080010753000000200100";
+const std::string kDigits = "8.9...........87...35..96...5.......6.139..5...35....2.6.....8..1.753......2..1..";
+const std::string kDigitsRead = "809000000000008700035009600050000000601390050003500002060000080010753000000200100";
 
 TEST(PuzzleTextDigits, DotsZerosAndBarsAndLineEnds) {
     std::uint8_t d[81];
@@ -58,8 +56,8 @@ TEST(PuzzleTextGivens, OnlyGivenLettersAreDigits) {
     std::string code(81, '5');
     code[0] = 'A';
     code[1] = 'I';
-    code[2] = 'J';   // entered 1: not a given
-    code[3] = 'S';   // hinted 1: not a given
+    code[2] = 'J';  // entered 1: not a given
+    code[3] = 'S';  // hinted 1: not a given
     code[4] = ' ';
     code[80] = 'E';
     std::uint8_t d[81];

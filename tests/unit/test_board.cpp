@@ -6,20 +6,18 @@
 
 #include <string>
 
-#include "core/vb.h"
 #include "StartedGame.h"
-#include "sim/World.h"
+#include "core/vb.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "sim/World.h"
 
 namespace {
 
 // An easy puzzle: letters are givens, digits the solution of empty cells.
-const std::string kEasy =
-    "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
+const std::string kEasy = "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
 
 struct BoardTest : StartedGame {
-
     void SetUp() override {
         StartedGame::SetUp();
         f->CreateBoardFields();
@@ -46,9 +44,9 @@ TEST_F(BoardTest, FieldsArePlacedInBandsAndStacksWithGaps) {
     EXPECT_EQ(cell(0).Left, 120);
     EXPECT_EQ(cell(0).Top, 64);
     EXPECT_EQ(cell(2).Left, 120 + 2 * 41);
-    EXPECT_EQ(cell(3).Left, 120 + 8 + 3 * 41);   // the gap between stacks
+    EXPECT_EQ(cell(3).Left, 120 + 8 + 3 * 41);  // the gap between stacks
     EXPECT_EQ(cell(8).Left, 120 + 16 + 8 * 41);
-    EXPECT_EQ(cell(27).Top, 64 + 8 + 3 * 41);    // the gap between bands
+    EXPECT_EQ(cell(27).Top, 64 + 8 + 3 * 41);  // the gap between bands
     EXPECT_EQ(cell(80).Left, 464);
     EXPECT_EQ(cell(80).Top, 408);
     for (int i = 0; i <= 80; ++i) {

@@ -164,7 +164,8 @@ TEST_F(DialogsTest, MultipleSelectionSplitsFolderAndNames) {
 
     // Folder, names and NULs must fit in 2050 characters.
     std::vector<std::string> big;
-    for (int i = 0; i < 30; ++i) big.push_back("/big/" + std::string(70, static_cast<char>('a' + i % 26)) + std::to_string(i));
+    for (int i = 0; i < 30; ++i)
+        big.push_back("/big/" + std::string(70, static_cast<char>('a' + i % 26)) + std::to_string(i));
     w.dialogs.results.push_back(Chosen(big));
     EXPECT_EQ(d->strGetOpenFileName(""), "");
     EXPECT_EQ(d->lngDialogError(), 12291);
@@ -267,7 +268,6 @@ TEST_F(DialogsTest, ProfileRoundTripKeepsOtherSectionsAndKeys) {
     EXPECT_EQ(d->strLastOpenFolder(), "/games/");
     EXPECT_EQ(d->strLastSaveFolder(), "/saves/");
     EXPECT_EQ(d->strInitialDir(), "/saves/");
-
 }
 
 TEST_F(DialogsTest, WithoutPersistenceNothingIsWritten) {

@@ -7,14 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "sim/World.h"
 
 namespace {
 
-const std::string kPuzzleState =
-    "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
+const std::string kPuzzleState = "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
 
 struct FrameTest : ::testing::Test {
     World w;

@@ -6,11 +6,11 @@
 #include <string>
 
 #include "StartedGame.h"
-#include "sim/World.h"
 #include "forms/frmMessage.h"
 #include "forms/frmTessuma.h"
-#include "forms/modMain.h"
 #include "forms/modGetSet.h"
+#include "forms/modMain.h"
+#include "sim/World.h"
 
 namespace {
 
@@ -52,8 +52,10 @@ TEST(MessageBox, KeysAnswerByFaceForEveryKeyCode) {
             const std::string want = Expected(face, key);
             SCOPED_TRACE("face " + std::to_string(static_cast<int>(face)) + " key " + std::to_string(key));
             EXPECT_EQ(box.form.Unloaded, !want.empty());
-            if (!want.empty()) EXPECT_EQ(box.result, want);
-            else EXPECT_EQ(box.result, "");
+            if (!want.empty())
+                EXPECT_EQ(box.result, want);
+            else
+                EXPECT_EQ(box.result, "");
             // Shift makes no difference.
             Box shifted(face, "typed");
             shifted.form.Form_KeyUp(key, 1);
@@ -185,7 +187,8 @@ struct RecordingHost : IMessageHost {
 TEST_F(ShowMessageTest, KindYnAloneGivesTheQuestionFace) {
     RecordingHost host;
     f->ports.messages = &host;
-    const std::pair<const char*, bool> kinds[] = {{"yn", true}, {"", false}, {"okay", false}, {"YN", false}, {"yn ", false}};
+    const std::pair<const char*, bool> kinds[] = {
+        {"yn", true}, {"", false}, {"okay", false}, {"YN", false}, {"yn ", false}};
     for (const auto& [kind, question] : kinds) {
         f->ShowMessage("Say goodbye to puzzle now?", kind);
         EXPECT_EQ(host.yes, question) << kind;
@@ -203,14 +206,12 @@ TEST_F(ShowMessageTest, NamePromptOnlyOnTheExactText) {
     f->ShowMessage("Score High!  Enter your name:", "");
     EXPECT_TRUE(host.name);
     EXPECT_EQ(host.nameText, "McGregor");  // capitals kept
-    EXPECT_EQ(host.caret, 8);               // the caret after the last character
+    EXPECT_EQ(host.caret, 8);              // the caret after the last character
     EXPECT_EQ(p.MessageResult, "McGregor");
 
     f->ShowMessage("Score High! Enter your name:", "");
     EXPECT_FALSE(host.name);
     EXPECT_EQ(p.MessageResult, "okay");
 }
-
-
 
 }  // namespace

@@ -241,10 +241,9 @@ TEST(SolverTables, PeerOrderIsBoxThenColumnThenRow) {
         const std::int32_t* p = modSudoku::CellPeers(cell);
         return std::vector<int>(p, p + 20);
     };
-    EXPECT_EQ(peers(0), (std::vector<int>{1, 2, 9, 10, 11, 18, 19, 20, 27, 36, 45, 54, 63, 72, 3, 4,
-                                          5, 6, 7, 8}));
-    EXPECT_EQ(peers(40), (std::vector<int>{30, 31, 32, 39, 41, 48, 49, 50, 4, 13, 22, 58, 67, 76, 36,
-                                           37, 38, 42, 43, 44}));
+    EXPECT_EQ(peers(0), (std::vector<int>{1, 2, 9, 10, 11, 18, 19, 20, 27, 36, 45, 54, 63, 72, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(peers(40),
+              (std::vector<int>{30, 31, 32, 39, 41, 48, 49, 50, 4, 13, 22, 58, 67, 76, 36, 37, 38, 42, 43, 44}));
     EXPECT_EQ(modSudoku::CellPeers(81), nullptr);
     EXPECT_EQ(modSudoku::CellPeers(-1), nullptr);
 }

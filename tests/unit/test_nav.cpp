@@ -7,19 +7,17 @@
 #include <string>
 
 #include "BuildConfig.h"
-#include "core/vb.h"
 #include "StartedGame.h"
-#include "sim/World.h"
+#include "core/vb.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "sim/World.h"
 
 namespace {
 
-const std::string kPuzzleState =
-    "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
+const std::string kPuzzleState = "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
 
 struct NavTest : StartedGame {
-
     void SetUp() override {
         StartedGame::SetUp();
         Listen();
@@ -42,9 +40,8 @@ TEST_F(NavTest, SetSideNavVisibleSwitchesTheModes) {
         std::int16_t count, countAfter;
         const char* buttons;
     } cases[] = {
-        {true, 0, 9, "111111111"},  {false, 0, 9, "000000000"}, {false, 6, 6, "000000011"},
-        {true, 6, 6, "111111100"},  {true, 8, 8, "111111111"},  {false, 1, 1, "001111111"},
-        {true, -1, -1, "000000000"},
+        {true, 0, 9, "111111111"}, {false, 0, 9, "000000000"}, {false, 6, 6, "000000011"},  {true, 6, 6, "111111100"},
+        {true, 8, 8, "111111111"}, {false, 1, 1, "001111111"}, {true, -1, -1, "000000000"},
     };
     for (const auto& c : cases) {
         std::int16_t count = c.count;

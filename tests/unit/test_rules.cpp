@@ -108,7 +108,7 @@ TEST(Rules, ArrowsWalkTheBoardAsOneLine) {
     using namespace keys;
     EXPECT_EQ(NextCell(0, kLeft), 80);
     EXPECT_EQ(NextCell(80, kRight), 0);
-    EXPECT_EQ(NextCell(4, kUp), 75);   // one column to the left at the bottom
+    EXPECT_EQ(NextCell(4, kUp), 75);  // one column to the left at the bottom
     EXPECT_EQ(NextCell(0, kUp), 80);
     EXPECT_EQ(NextCell(76, kDown), 5);  // one column to the right at the top
     EXPECT_EQ(NextCell(80, kDown), 0);

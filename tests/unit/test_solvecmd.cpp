@@ -5,11 +5,11 @@
 
 #include <string>
 
-#include "core/vb.h"
 #include "StartedGame.h"
-#include "sim/World.h"
+#include "core/vb.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "sim/World.h"
 
 namespace {
 
@@ -17,14 +17,12 @@ namespace {
 const std::string kPuzzle = "530070000600195000098000060800060003400803001700020006060000280000419005000080079";
 const std::string kSolution = "534678912672195348198342567859761423426853791713924856961537284287419635345286179";
 // kPuzzle as the game stores it: letters for givens, the solution elsewhere.
-const std::string kPuzzleState =
-    "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
+const std::string kPuzzleState = "EC46G8912F72AIE3481IH3425F7H597F142CD26H5C79AG139B485F9F1537BH4287DAI63E3452H61GI";
 
 const char* const kNeed17 = "Proper Sudoku need 17 box.";
 const char* const kNoSolve = "Puzzle no good - no can solve!";
 
 struct SolveTest : StartedGame {
-
     void SetUp() override {
         StartedGame::SetUp();
         Listen();
@@ -126,13 +124,11 @@ TEST_F(SolveTest, RefusalsComeInTheOrderSolverCountDuplicates) {
         {"full row doubled, few", "123456785" + std::string(72, '0'), kNeed17},
         // A full row with a doubled digit: the solver answers true, so
         // with 18 cells the doubled digit is told.
-        {"full row doubled",
-         "123456785" + std::string(27, '0') + "912345678" + std::string(36, '0'),
+        {"full row doubled", "123456785" + std::string(27, '0') + "912345678" + std::string(36, '0'),
          "Puzzle have more than one\r\nnumber 5 in first row."},
         // A second 3 in the last column that the solver completes all the
         // same, by propagation.
-        {"hidden conflict",
-         kPuzzle.substr(0, 17) + "3" + kPuzzle.substr(18),
+        {"hidden conflict", kPuzzle.substr(0, 17) + "3" + kPuzzle.substr(18),
          "Puzzle have more than one\r\nnumber 3 in ninth column."},
     };
     for (const auto& c : cases) {

@@ -34,8 +34,7 @@ TEST_F(CommaLocale, NumbersKeepTheirPoint) {
     ASSERT_TRUE(vb::TryCLng("2887.5", v));
     EXPECT_EQ(v, 2888);
     // A written number reads back as itself.
-    for (double x : {1.0 / 3, 4567.125, -0.0625})
-        EXPECT_EQ(vb::Val(vb::NumText(x)), x) << vb::NumText(x);
+    for (double x : {1.0 / 3, 4567.125, -0.0625}) EXPECT_EQ(vb::Val(vb::NumText(x)), x) << vb::NumText(x);
 }
 
 }  // namespace

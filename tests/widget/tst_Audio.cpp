@@ -20,20 +20,13 @@ namespace {
 
 const std::string kAlias = "MusicFile";
 
-qint16 SampleAt(const QByteArray& data, qint64 index)
-{
+qint16 SampleAt(const QByteArray& data, qint64 index) {
     return qFromLittleEndian<qint16>(data.constData() + 2 * index);
 }
 
-QString SongPath(int n)
-{
-    return QFINDTESTDATA(QStringLiteral("../../resources/Music/tess%1.mp3").arg(n));
-}
+QString SongPath(int n) { return QFINDTESTDATA(QStringLiteral("../../resources/Music/tess%1.mp3").arg(n)); }
 
-bool HaveSoundDevice()
-{
-    return !QMediaDevices::defaultAudioOutput().isNull();
-}
+bool HaveSoundDevice() { return !QMediaDevices::defaultAudioOutput().isNull(); }
 
 }  // namespace
 
@@ -61,8 +54,7 @@ private slots:
 // --------------------------------------------------------------------------
 // Sound effects
 
-void tst_Audio::effectResources_data()
-{
+void tst_Audio::effectResources_data() {
     QTest::addColumn<int>("effect");
     QTest::addColumn<double>("seconds");
     QTest::addColumn<int>("channels");
@@ -75,8 +67,7 @@ void tst_Audio::effectResources_data()
     QTest::newRow("SoundPopupOpen") << 107 << 0.34 << 1;
 }
 
-void tst_Audio::effectResources()
-{
+void tst_Audio::effectResources() {
     QFETCH(int, effect);
     QFETCH(double, seconds);
     QFETCH(int, channels);
@@ -98,8 +89,7 @@ void tst_Audio::effectResources()
     // Faded at both ends, never clipped, never near silent.
     const qint64 n = wave->data.size() / 2;
     int peak = 0;
-    for (qint64 i = 0; i < n; ++i)
-        peak = std::max(peak, std::abs(int(SampleAt(wave->data, i))));
+    for (qint64 i = 0; i < n; ++i) peak = std::max(peak, std::abs(int(SampleAt(wave->data, i))));
     QVERIFY2(peak < 32000, qPrintable(QString::number(peak)));
     QVERIFY2(peak > 3000, qPrintable(QString::number(peak)));
     for (int ch = 0; ch < channels; ++ch) {
@@ -108,8 +98,7 @@ void tst_Audio::effectResources()
     }
 }
 
-void tst_Audio::effectLevelsMatch()
-{
+void tst_Audio::effectLevelsMatch() {
     // The loudest 50 ms of each effect: no effect may jump out over the others.
     double quietest = 0.0, loudest = -200.0;
     for (int effect = QtSoundEffects::FirstEffect; effect <= QtSoundEffects::LastEffect; ++effect) {
@@ -137,9 +126,7 @@ void tst_Audio::effectLevelsMatch()
     QVERIFY2(loudest < -8.0 && quietest > -26.0, qPrintable(QStringLiteral("%1 .. %2 dB").arg(quietest).arg(loudest)));
 }
 
-
-void tst_Audio::effectsNeverBlock()
-{
+void tst_Audio::effectsNeverBlock() {
     auto fx = std::make_unique<QtSoundEffects>();
     QCOMPARE(fx->LoadedCount(), 7);
 
@@ -147,18 +134,15 @@ void tst_Audio::effectsNeverBlock()
     // A player that waited for a sound would need seconds here.
     QElapsedTimer clock;
     clock.start();
-    for (int effect : {101, 102, 103, 104, 105, 106, 107, 0, -1, 100, 108, 101})
-        fx->Play(effect);
+    for (int effect : {101, 102, 103, 104, 105, 106, 107, 0, -1, 100, 108, 101}) fx->Play(effect);
     QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
     QCOMPARE(fx->Started(), 8);
     // Gone in the middle of a sound: no hang, no crash.
     fx.reset();
 }
 
-void tst_Audio::newEffectCutsOffTheOld()
-{
-    if (!HaveSoundDevice())
-        QSKIP("no sound device here");
+void tst_Audio::newEffectCutsOffTheOld() {
+    if (!HaveSoundDevice()) QSKIP("no sound device here");
     QtSoundEffects fx;
     fx.Play(101);  // 2.6 seconds
     QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 101, 3000);
@@ -173,8 +157,7 @@ void tst_Audio::newEffectCutsOffTheOld()
 // --------------------------------------------------------------------------
 // Music device
 
-void tst_Audio::missingSongIsAnErrorAndSilence()
-{
+void tst_Audio::missingSongIsAnErrorAndSilence() {
     QtMusicDevice music;
     const int open = music.Open(kAlias, "/nonexistent/Music/tess1.mp3");
     QCOMPARE(open, int(QtMusicDevice::FileNotFound));
@@ -194,16 +177,14 @@ void tst_Audio::missingSongIsAnErrorAndSilence()
     QVERIFY(!music.IsOpen());
 }
 
-void tst_Audio::songsLoadWithTheirLength_data()
-{
+void tst_Audio::songsLoadWithTheirLength_data() {
     QTest::addColumn<int>("song");
     QTest::newRow("tess0") << 0;
     QTest::newRow("tess1") << 1;
     QTest::newRow("tess2") << 2;
 }
 
-void tst_Audio::songsLoadWithTheirLength()
-{
+void tst_Audio::songsLoadWithTheirLength() {
     QFETCH(int, song);
     const QString path = SongPath(song);
     QVERIFY2(!path.isEmpty(), "song file not found");
@@ -217,8 +198,7 @@ void tst_Audio::songsLoadWithTheirLength()
     QCOMPARE(music.Position(kAlias), 0L);
 }
 
-void tst_Audio::playStopAndClose()
-{
+void tst_Audio::playStopAndClose() {
     QtMusicDevice music;
     QCOMPARE(music.Open(kAlias, SongPath(0).toStdString()), 0);
     // Playing before the song is known is fine; it starts once it is.
@@ -246,8 +226,7 @@ void tst_Audio::playStopAndClose()
     other.reset();
 }
 
-void tst_Audio::positionReachesLengthAtTheEnd()
-{
+void tst_Audio::positionReachesLengthAtTheEnd() {
     QtMusicDevice music;
     QCOMPARE(music.Open(kAlias, SongPath(2).toStdString()), 0);
     QTRY_VERIFY_WITH_TIMEOUT(music.Length(kAlias) > 0, 10000);
@@ -268,8 +247,7 @@ void tst_Audio::positionReachesLengthAtTheEnd()
     QCOMPARE(music.Play(kAlias, 2000, 1000), int(QtMusicDevice::OutOfRange));
 }
 
-void tst_Audio::partialPlayHaltsAtItsMark()
-{
+void tst_Audio::partialPlayHaltsAtItsMark() {
     QtMusicDevice music;
     QCOMPARE(music.Open(kAlias, SongPath(1).toStdString()), 0);
     QTRY_VERIFY_WITH_TIMEOUT(music.Length(kAlias) > 0, 10000);
@@ -279,8 +257,7 @@ void tst_Audio::partialPlayHaltsAtItsMark()
     QCOMPARE(music.Position(kAlias), 1400L);
 }
 
-void tst_Audio::volumeRangeAndSides()
-{
+void tst_Audio::volumeRangeAndSides() {
     QCOMPARE(QtMusicDevice::OutputVolumeFor(0), 0.0f);
     QCOMPARE(QtMusicDevice::OutputVolumeFor(1000), 1.0f);
     // Every step of the slider is heard (the curve tops out just short of 1000).
@@ -312,8 +289,7 @@ void tst_Audio::volumeRangeAndSides()
     QCOMPARE(music.SetVolume("Other", "all", 500), int(QtMusicDevice::DeviceNotOpen));
 }
 
-void tst_Audio::oneDeviceAtATime()
-{
+void tst_Audio::oneDeviceAtATime() {
     QtMusicDevice music;
     QCOMPARE(music.Open(kAlias, SongPath(0).toStdString()), 0);
     QCOMPARE(music.Open(kAlias, SongPath(1).toStdString()), int(QtMusicDevice::AliasInUse));
@@ -326,8 +302,7 @@ void tst_Audio::oneDeviceAtATime()
     QCOMPARE(music.Length(kAlias), -1L);
 }
 
-void tst_Audio::damagedSongFailsQuietly()
-{
+void tst_Audio::damagedSongFailsQuietly() {
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     for (const QByteArray& content : {QByteArray("this is no song at all\n").repeated(400), QByteArray()}) {

@@ -16,10 +16,10 @@
 #include <memory>
 #include <string>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "qt/ports/QtSettingsStore.h"
+#include "sim/World.h"
 
 namespace {
 

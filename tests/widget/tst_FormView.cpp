@@ -3,17 +3,16 @@
 
 #include <QtTest>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "qt/view/FormView.h"
+#include "sim/World.h"
 
 namespace {
 
 // A beginner puzzle with its solution: letters are givens, digits the
 // solution of the empty cells.
-const char* kPuzzle =
-    "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
+const char* kPuzzle = "8E6217C94B4GI356HA9136DHGE25FD1832G9C2879416E7I1562DC86HICB1547AC547IH2F47B8569A3";
 
 QPoint CellCentre(const frmTessuma& f, int cell) {
     const TextField& c = f.txtCell[static_cast<std::size_t>(cell)];
@@ -125,8 +124,9 @@ private slots:
                            Form().picVolume.Top + 8);
         QTest::mouseMove(view.get(), thumb);
         QTest::mousePress(view.get(), Qt::LeftButton, Qt::NoModifier, thumb);
-        QMouseEvent move(QEvent::MouseMove, QPointF(thumb - QPoint(30, 0)), view->mapToGlobal(QPointF(thumb - QPoint(30, 0))),
-                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, QPointF(thumb - QPoint(30, 0)),
+                         view->mapToGlobal(QPointF(thumb - QPoint(30, 0))), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
         QCoreApplication::sendEvent(view.get(), &move);
         QTest::mouseRelease(view.get(), Qt::LeftButton, Qt::NoModifier, thumb - QPoint(30, 0));
         QCOMPARE(Form().imgVolume.Left, 45.0f);

@@ -5,12 +5,12 @@
 #include <QTcpSocket>
 #include <QtTest>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
 #include "qt/ports/QtDownloader.h"
 #include "qt/ports/QtFiles.h"
+#include "sim/World.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include <QGraphicsProxyWidget>
 #include <QtTest>
 
-#include "sim/World.h"
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "qt/ports/QtPlatform.h"
 #include "qt/view/FormView.h"
 #include "qt/view/TessumaWindow.h"
+#include "sim/World.h"
 
 class tst_Window : public QObject {
     Q_OBJECT
@@ -53,8 +53,9 @@ private slots:
         QCOMPARE(view->HitTest(grab).kind, FormView::Hit::Background);
         QTest::mousePress(view, Qt::LeftButton, Qt::NoModifier, grab);
         QVERIFY(Form().DragActive);
-        QMouseEvent move(QEvent::MouseMove, QPointF(grab + QPoint(150, 30)), view->mapToGlobal(QPointF(grab + QPoint(150, 30))),
-                         Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, QPointF(grab + QPoint(150, 30)),
+                         view->mapToGlobal(QPointF(grab + QPoint(150, 30))), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
         QCoreApplication::sendEvent(view, &move);
         QCOMPARE(Form().Left, left + 150);
         QCOMPARE(Form().Top, top + 30);

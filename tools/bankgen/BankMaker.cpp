@@ -27,9 +27,9 @@ constexpr std::uint64_t kSeedLayout = 0x7E55'0004'0000'4800ull;
 
 constexpr int kIntermediateRepeats = 85;  // entries that repeat another one
 constexpr int kGeniusRepeats = 3;
-constexpr int kRichClues = 26;            // the two genius entries with more givens
+constexpr int kRichClues = 26;  // the two genius entries with more givens
 constexpr int kRichSlots[] = {SlotOf(1, 0), SlotOf(1, 14)};
-constexpr int kOddBatch = 2;              // mod_P1_Easy batch without the last "|"
+constexpr int kOddBatch = 2;  // mod_P1_Easy batch without the last "|"
 
 struct Made {
     std::string entry;
@@ -41,8 +41,10 @@ public:
     Maker(MakeReport& report, std::ostream* log) : report_(report), log_(log) {
         for (const char* e : {kEasyFirstEntry, kEasyEnteredNine, kGeniusLastEntry}) {
             Grid p, s;
-            if (DecodeEntry(e, p, s)) seen_.insert(ToLine(p));
-            else seen_.insert(e);  // the entry with 'R' is no plain entry
+            if (DecodeEntry(e, p, s))
+                seen_.insert(ToLine(p));
+            else
+                seen_.insert(e);  // the entry with 'R' is no plain entry
         }
     }
 
@@ -50,9 +52,8 @@ public:
         std::vector<Made> easy = MakeEasy(kEntriesPerBank - 2);
         // Upper levels: the intermediate bank holds one entry more than it
         // makes room for, because one of its entries also stands in genius.
-        std::array<std::vector<Made>, kLevelCount> upper = MakeUpper({
-            0, kLevels[1].distinctEntries, kEntriesPerBank,
-            kEntriesPerBank - kGeniusRepeats - 4});
+        std::array<std::vector<Made>, kLevelCount> upper =
+            MakeUpper({0, kLevels[1].distinctEntries, kEntriesPerBank, kEntriesPerBank - kGeniusRepeats - 4});
         std::vector<Made> rich = MakeRich(2);
         Log("layout\n");
 
@@ -174,8 +175,8 @@ private:
         while (!done()) {
             ++report_.attempts24;
             if (report_.attempts24 >= nextLog) {
-                Log("  " + std::to_string(report_.attempts24) + " grids: " + std::to_string(out[1].size()) +
-                    " / " + std::to_string(out[2].size()) + " / " + std::to_string(out[3].size()) + "\n");
+                Log("  " + std::to_string(report_.attempts24) + " grids: " + std::to_string(out[1].size()) + " / " +
+                    std::to_string(out[2].size()) + " / " + std::to_string(out[3].size()) + "\n");
                 nextLog += 5000;
             }
             const Grid solution = RandomSolution(rng);

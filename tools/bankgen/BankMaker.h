@@ -18,9 +18,9 @@ using Bank = std::array<std::string, kEntriesPerBank>;
 using BankSet = std::array<Bank, kLevelCount>;
 
 // Entries that stand in the banks exactly as written here.
-extern const char* const kEasyFirstEntry;     // mod_P1_Easy batch 1 entry 0
-extern const char* const kEasyEnteredNine;    // mod_P1_Easy batch 8 entry 75, with its 'R'
-extern const char* const kGeniusLastEntry;    // mod_P4_Genius batch 12 entry 99
+extern const char* const kEasyFirstEntry;   // mod_P1_Easy batch 1 entry 0
+extern const char* const kEasyEnteredNine;  // mod_P1_Easy batch 8 entry 75, with its 'R'
+extern const char* const kGeniusLastEntry;  // mod_P4_Genius batch 12 entry 99
 
 struct MakeReport {
     long attempts30 = 0;  // grids carved towards 30 clues

@@ -10,8 +10,8 @@ std::array<std::array<int, 9>, 27> MakeUnits() {
     std::array<std::array<int, 9>, 27> u{};
     for (int i = 0; i < 9; ++i) {
         for (int j = 0; j < 9; ++j) {
-            u[i][j] = i * 9 + j;                                              // row i
-            u[9 + i][j] = j * 9 + i;                                          // column i
+            u[i][j] = i * 9 + j;                                             // row i
+            u[9 + i][j] = j * 9 + i;                                         // column i
             u[18 + i][j] = (3 * (i / 3) + j / 3) * 9 + 3 * (i % 3) + j % 3;  // box i
         }
     }
@@ -24,9 +24,7 @@ std::array<std::array<int, 3>, 81> MakeCellUnits() {
     return cu;
 }
 
-bool SeesSlow(int a, int b) {
-    return a != b && (RowOf(a) == RowOf(b) || ColOf(a) == ColOf(b) || BoxOf(a) == BoxOf(b));
-}
+bool SeesSlow(int a, int b) { return a != b && (RowOf(a) == RowOf(b) || ColOf(a) == ColOf(b) || BoxOf(a) == BoxOf(b)); }
 
 std::array<std::array<int, 20>, 81> MakePeers() {
     std::array<std::array<int, 20>, 81> p{};

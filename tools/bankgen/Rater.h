@@ -57,7 +57,7 @@ enum class RateOutcome {
 
 struct Rating {
     RateOutcome outcome = RateOutcome::NoSolution;
-    Technique hardest = Technique::None;  // None only for a puzzle given full
+    Technique hardest = Technique::None;      // None only for a puzzle given full
     std::array<int, kTechniqueCount> uses{};  // steps made with each technique
     Grid solution{};                          // filled when outcome is Rated
     // The step-by-step solve ended on the solution found by the counter; a

@@ -55,8 +55,8 @@ bool WriteFile(const fs::path& path, const std::string& text) {
 }
 
 void PrintReport(const MakeReport& r, double seconds) {
-    std::printf("grids carved: %ld towards 30 givens, %ld towards 24 givens; %.1f s\n", r.attempts30,
-                r.attempts24, seconds);
+    std::printf("grids carved: %ld towards 30 givens, %ld towards 24 givens; %.1f s\n", r.attempts30, r.attempts24,
+                seconds);
     for (int level = 0; level < kLevelCount; ++level) {
         std::printf("%s (made entries by hardest technique):\n", kLevels[level].labelName);
         for (int t = 0; t < kTechniqueCount; ++t)

@@ -17,7 +17,7 @@
 #include <string>
 
 int CmdRate(const CliArgs& args, std::istream& in, std::ostream& out, std::ostream& err) {
-    const int status = ForEachPuzzleLine("rate", args, in, err, [&](std::uint8_t (&digits)[81]) {
+    const int status = ForEachPuzzleLine("rate", args, in, err, [&](std::uint8_t(&digits)[81]) {
         bankgen::Grid puzzle{};
         for (int c = 0; c < 81; ++c) puzzle[c] = digits[c];
         const bankgen::Rating r = bankgen::RatePuzzle(puzzle);

@@ -14,7 +14,7 @@
 #include <string>
 
 int CmdSolve(const CliArgs& args, std::istream& in, std::ostream& out, std::ostream& err) {
-    const int status = ForEachPuzzleLine("solve", args, in, err, [&](std::uint8_t (&digits)[81]) {
+    const int status = ForEachPuzzleLine("solve", args, in, err, [&](std::uint8_t(&digits)[81]) {
         modSudoku::LoadBoard(digits);
         const bool solved = modSudoku::SolveBoard();
         modSudoku::GetSolution(digits);
