@@ -1,3 +1,4 @@
+// The measuring hooks of the benchmarked twin: first frame, deal, memory.
 #include "BenchHooks.h"
 
 #include <QApplication>

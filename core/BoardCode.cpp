@@ -1,3 +1,4 @@
+// The board state's codes: kind, digit and colour of a cell, rotation, a wrong digit.
 #include "core/BoardCode.h"
 
 #include "core/vb.h"

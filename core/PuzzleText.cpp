@@ -1,3 +1,4 @@
+// Puzzles as text lines: reading and writing the forms the command line takes.
 #include "core/PuzzleText.h"
 
 #include <cstdio>

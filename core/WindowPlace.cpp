@@ -1,3 +1,4 @@
+// Where a stored window place lands: on a screen, or centred on the first.
 #include "core/WindowPlace.h"
 
 #include <algorithm>

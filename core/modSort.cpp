@@ -1,3 +1,4 @@
+// The quicksort of the high-score entries, highest first.
 #include "core/modSort.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// The small string and number rules the game's texts are read and written by.
 #include "core/vb.h"
 
 #include <cctype>

@@ -1,3 +1,4 @@
+// Sound and music devices that wait for the audio to be brought up.
 #include "forms/HeldAudio.h"
 
 void HeldMusicDevice::Release() {

@@ -1,3 +1,4 @@
+// clsDIALOGS: the game's file dialogs, their memory and its profile.
 #include "forms/clsDIALOGS.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// frmMessage: the game's own message box as a model.
 #include "forms/frmMessage.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// frmTessuma: design-time properties of the controls, and the plumbing every handler shares.
 #include "forms/frmTessuma.h"
 
 #include <algorithm>

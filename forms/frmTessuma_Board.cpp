@@ -1,11 +1,11 @@
+// Board state: the geometry of the 81 cells and their 243 labels, reading a
+// BoardState into the cells, writing one back, the marks as text and the
+// table of possible digits.
+
 #include "forms/frmTessuma.h"
 
 #include "core/BoardCode.h"
 #include "core/vb.h"
-
-// Board state: the geometry of the 81 cells and their 243 labels, reading a
-// BoardState into the cells, writing one back, the marks as text and the
-// table of possible digits.
 
 namespace {
 

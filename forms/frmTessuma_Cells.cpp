@@ -1,10 +1,10 @@
+// Cell entry: the keys of a cell, the walk of the arrow keys, the judgement
+// of a typed character against BoardState, and the first-cell command.
+
 #include "forms/frmTessuma.h"
 
 #include "core/BoardCode.h"
 #include "core/Keys.h"
-
-// Cell entry: the keys of a cell, the walk of the arrow keys, the judgement
-// of a typed character against BoardState, and the first-cell command.
 
 using namespace keys;
 

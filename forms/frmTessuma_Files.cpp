@@ -1,13 +1,3 @@
-#include "forms/frmTessuma.h"
-
-#include <new>
-
-#include "core/Levels.h"
-#include "core/SavedGame.h"
-#include "core/vb.h"
-#include "forms/clsDIALOGS.h"
-#include "forms/modMain.h"
-
 // Saved games: a game is five lines of text in a ".tsm" file, each ending
 // with CR LF: the board state, the score shown, the level word, the clock in
 // seconds and the 729 characters of the marks.
@@ -17,6 +7,16 @@
 // can't be a game (missing, unreadable, empty, a first line under 81
 // characters, a folder, a huge file) is refused before anything on the
 // board changes, with the game's own words for it.
+
+#include "forms/frmTessuma.h"
+
+#include <new>
+
+#include "core/Levels.h"
+#include "core/SavedGame.h"
+#include "core/vb.h"
+#include "forms/clsDIALOGS.h"
+#include "forms/modMain.h"
 
 namespace {
 

@@ -1,3 +1,10 @@
+// Window frame, skin, option panel, help, printing.
+//
+// The window has no system frame: it moves itself when dragged by its bare
+// background and has its own buttons for minimise, maximise, restore and
+// close. Maximise keeps the window's size and switches the display to
+// 640 by 480 instead. The state "maximised" is cmdRestoreDown being visible.
+
 #include "forms/frmTessuma.h"
 
 #include "core/Keys.h"
@@ -6,13 +13,6 @@
 #include "forms/modGetSet.h"
 #include "forms/modMain.h"
 #include "forms/modScreenRes.h"
-
-// Window frame, skin, option panel, help, printing.
-//
-// The window has no system frame: it moves itself when dragged by its bare
-// background and has its own buttons for minimise, maximise, restore and
-// close. Maximise keeps the window's size and switches the display to
-// 640 by 480 instead. The state "maximised" is cmdRestoreDown being visible.
 
 using modGetSet::GetData;
 using modGetSet::SaveData;

@@ -1,3 +1,6 @@
+// Running game: the level menu and the deal, the clock, the falling score,
+// penalties, pause and the moment of being solved.
+
 #include "forms/frmTessuma.h"
 
 #include "core/BoardCode.h"
@@ -6,9 +9,6 @@
 #include "core/banks/Banks.h"
 #include "core/vb.h"
 #include "forms/modMain.h"
-
-// Running game: the level menu and the deal, the clock, the falling score,
-// penalties, pause and the moment of being solved.
 
 // A level was chosen in the popup of side button 0.
 void frmTessuma::mnuDifficulty_Click(int Index) {

@@ -1,10 +1,10 @@
+// High scores.
+
 #include "forms/frmTessuma.h"
 
 #include "core/HighScores.h"
 #include "forms/modGetSet.h"
 #include "forms/modMain.h"
-
-// High scores.
 
 using modGetSet::GetData;
 using modGetSet::SaveData;

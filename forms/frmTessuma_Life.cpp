@@ -1,3 +1,4 @@
+// Start-up, options, closing, the message box and sounds.
 #include "forms/frmTessuma.h"
 
 #include <cstdlib>

@@ -1,8 +1,8 @@
+// Possibles view, auto-mark and the mark picker.
+
 #include "forms/frmTessuma.h"
 
 #include "core/Keys.h"
-
-// Possibles view, auto-mark and the mark picker.
 
 void frmTessuma::lblViewPos_MouseUp(int Index, int Button, int /*Shift*/, float /*X*/, float /*Y*/) {
     HideOverlays();

@@ -1,12 +1,12 @@
+// Songs and the volume slider. The songs play one after the other, around
+// and around; the thumb's position on its 75 pixels of track is the only
+// store of the volume.
+
 #include "forms/frmTessuma.h"
 
 #include "core/Volume.h"
 #include "core/vb.h"
 #include "forms/modMusic.h"
-
-// Songs and the volume slider. The songs play one after the other, around
-// and around; the thumb's position on its 75 pixels of track is the only
-// store of the volume.
 
 namespace {
 

@@ -1,11 +1,11 @@
+// Side navigation, option labels, Alt keys.
+
 #include "forms/frmTessuma.h"
 
 #include <cctype>
 
 #include "BuildConfig.h"
 #include "core/vb.h"
-
-// Side navigation, option labels, Alt keys.
 
 // The one entry point of the nine side buttons; also reached by the hidden
 // key buttons and by the close flow. Commands that need a puzzle ask

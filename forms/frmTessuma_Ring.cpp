@@ -1,8 +1,8 @@
+// Click ring.
+
 #include "forms/frmTessuma.h"
 
 #include "core/BoardCode.h"
-
-// Click ring.
 
 namespace {
 

@@ -1,3 +1,5 @@
+// Solve command, vetting, own puzzles, hints.
+
 #include "forms/frmTessuma.h"
 
 #include <vector>
@@ -6,8 +8,6 @@
 #include "core/modSudoku.h"
 #include "core/vb.h"
 #include "forms/modMain.h"
-
-// Solve command, vetting, own puzzles, hints.
 
 // CheckOnly false: the solve command, which fills every empty cell from the
 // solver and ends the game, whatever the solver made of the board.

@@ -1,13 +1,13 @@
+// Update check and links. The check fetches a small version file, compares
+// its number with the program's own version and offers the download in the
+// small window frmUpdate. The links hand an address to the desktop.
+
 #include "forms/frmTessuma.h"
 
 #include "BuildConfig.h"
 #include "core/VersionFile.h"
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
-
-// Update check and links. The check fetches a small version file, compares
-// its number with the program's own version and offers the download in the
-// small window frmUpdate. The links hand an address to the desktop.
 
 namespace {
 

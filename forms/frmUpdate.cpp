@@ -1,3 +1,4 @@
+// frmUpdate: the small window that offers a newer version.
 #include "forms/frmUpdate.h"
 
 #include "core/vb.h"

@@ -1,3 +1,4 @@
+// modGetSet: where each setting is stored, and how it is read back.
 #include "forms/modGetSet.h"
 
 #include "core/vb.h"

@@ -1,3 +1,4 @@
+// modMain: the program: one instance, the dialogs object and the main form.
 #include "forms/modMain.h"
 
 #include "forms/clsDIALOGS.h"

@@ -1,3 +1,4 @@
+// modMusic: the song commands the game sends to the music device.
 #include "forms/modMusic.h"
 
 #include <climits>

@@ -1,3 +1,4 @@
+// modScreenRes: the display mode of the maximised game.
 #include "forms/modScreenRes.h"
 
 namespace modScreenRes {

@@ -1,3 +1,4 @@
+// The scenario language's `call` table, made from the form's declaration.
 #include "sim/Calls.h"
 
 #include <cctype>

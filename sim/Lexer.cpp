@@ -1,3 +1,4 @@
+// Words and numbers of a scenario line.
 #include "sim/Lexer.h"
 
 #include <charconv>

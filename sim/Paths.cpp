@@ -1,3 +1,4 @@
+// The scenario language's paths: controls, values and observations of the world.
 #include "sim/Paths.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// The world and program of one scenario run.
 #include "sim/Runtime.h"
 
 namespace scenario {

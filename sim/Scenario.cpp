@@ -1,3 +1,4 @@
+// Checking a scenario and running its commands.
 #include "sim/Scenario.h"
 
 #include <cctype>

@@ -1,3 +1,4 @@
+// How scenario values print and read.
 #include "sim/Values.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// The simulated world: every port faked, answers queued, everything recorded.
 #include "sim/World.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Drawing a puzzle from a level's bank.
 #include "core/banks/Banks.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// HoverCommand: the owner-drawn button with its hover face.
 #include "qt/controls/HoverCommand.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// Replacing a file whole or not at all, on the real disk.
 #include "qt/ports/AtomicFile.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// The file, colour, font, page and folder dialogs, over Qt's.
 #include "qt/ports/QtDialogHost.h"
 
 #include <QColorDialog>

@@ -1,3 +1,4 @@
+// The update check's download, over QNetworkAccessManager, bounded in size and time.
 #include "qt/ports/QtDownloader.h"
 
 #include <QCoreApplication>

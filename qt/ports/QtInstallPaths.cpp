@@ -1,3 +1,4 @@
+// Where the installed or built program finds its songs and data.
 #include "qt/ports/QtInstallPaths.h"
 
 #include <QCoreApplication>

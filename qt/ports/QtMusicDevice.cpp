@@ -1,3 +1,4 @@
+// The music device over QMediaPlayer, answering as the game's device commands expect.
 #include "qt/ports/QtMusicDevice.h"
 
 #include <QAudio>

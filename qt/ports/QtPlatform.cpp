@@ -1,3 +1,4 @@
+// The small ports for real: random numbers, clock, screen, instance lock, boxes, popups, shell.
 #include "qt/ports/QtPlatform.h"
 
 #include <cstring>

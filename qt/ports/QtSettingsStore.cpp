@@ -1,3 +1,4 @@
+// The settings store over QSettings.
 #include "qt/ports/QtSettingsStore.h"
 
 #include <QSettings>

@@ -1,3 +1,4 @@
+// The sound effects over QSoundEffect.
 #include "qt/ports/QtSoundEffects.h"
 
 #include <QAudioDevice>

@@ -1,3 +1,4 @@
+// Runs work once the window's first frame is on the screen.
 #include "qt/view/FirstFrame.h"
 
 #include <QApplication>

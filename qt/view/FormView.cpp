@@ -1,3 +1,4 @@
+// FormView: draws the main form's model and forwards the player's input to its handlers.
 #include "qt/view/FormView.h"
 
 #include "qt/view/InputCodes.h"

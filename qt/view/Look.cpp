@@ -1,3 +1,4 @@
+// The game's look: fonts, colours, pictures and cursors.
 #include "qt/view/Look.h"
 
 #include <QFile>

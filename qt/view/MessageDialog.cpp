@@ -1,3 +1,4 @@
+// The message box window that shows frmMessage.
 #include "qt/view/MessageDialog.h"
 
 #include "qt/view/InputCodes.h"

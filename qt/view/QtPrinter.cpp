@@ -1,3 +1,4 @@
+// Printing the board to the default queue, or to a PDF when there is none.
 #include "qt/view/QtPrinter.h"
 
 #include <cups/cups.h>

@@ -1,3 +1,4 @@
+// The main window: the window-system side of the main form.
 #include "qt/view/TessumaWindow.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The update window that shows frmUpdate.
 #include "qt/view/UpdateDialog.h"
 
 #include <QCloseEvent>

@@ -1,3 +1,4 @@
+// Window manager hints of the message box and the update window on X11.
 #include "qt/view/X11Hints.h"
 
 #include <QGuiApplication>

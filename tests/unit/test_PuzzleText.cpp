@@ -1,3 +1,4 @@
+// Puzzle text lines: what the command line reads and writes.
 #include "core/PuzzleText.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// Making the four banks: generating, rating and writing their sources.
 #include "tools/bankgen/BankMaker.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Generating full grids and puzzles with one solution.
 #include "tools/bankgen/Generator.h"
 
 #include <array>

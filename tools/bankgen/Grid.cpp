@@ -1,3 +1,4 @@
+// A grid of candidates for the generator and the rater.
 #include "tools/bankgen/Grid.h"
 
 #include <bit>

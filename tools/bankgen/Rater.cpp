@@ -1,3 +1,4 @@
+// Rating a puzzle by the techniques a player needs for it.
 #include "tools/bankgen/Rater.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Reading puzzle lines from a file or standard input.
 #include "PuzzleLines.h"
 
 #include <istream>

@@ -1,3 +1,7 @@
+// tessuma-cli script FILE|-: runs one scenario against the game's forms in a
+// simulated world. Exit status 0 when every expectation held, 1 when one
+// failed, 2 when the scenario is malformed or can't be read.
+
 #include "commands.h"
 
 #include <fstream>
@@ -7,9 +11,6 @@
 
 #include "sim/Scenario.h"
 
-// tessuma-cli script FILE|-: runs one scenario against the game's forms in a
-// simulated world. Exit status 0 when every expectation held, 1 when one
-// failed, 2 when the scenario is malformed or can't be read.
 int CmdScript(const CliArgs& args, std::istream& in, std::ostream& out, std::ostream& err) {
     if (args.size() != 1) {
         err << "usage: tessuma-cli script FILE|-\n";

@@ -1,3 +1,4 @@
+// The sub-commands of tessuma-cli.
 #pragma once
 #include <iosfwd>
 #include <string>
