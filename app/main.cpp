@@ -65,22 +65,8 @@ int main(int argc, char** argv) {
     QtDownloader download;
     QtFiles files;
 
-    Ports ports;
-    ports.settings = &settings;
-    ports.random = &random;
-    ports.clock = &clock;
-    ports.screen = &display;
-    ports.display = &display;
-    ports.instance = &instance;
-    ports.sysbox = &sysbox;
-    ports.messages = &messages;
-    ports.popups = &popups;
-    ports.dialogs = &dialogs;
-    ports.sounds = &sounds;
-    ports.music = &music;
-    ports.shell = &shell;
-    ports.download = &download;
-    ports.files = &files;
+    Ports ports{settings, random, clock,  display, display, instance, sysbox,   messages,
+                popups,   dialogs, sounds, music,   shell,   download, files};
     // The songs lie beside the program in a build, under share/ once installed.
     ports.programDir = ProgramDataDir();
     ports.commandLine = commandLine;

@@ -242,25 +242,27 @@ public:
     virtual float SecondsSinceMidnight() = 0;
 };
 
-// Everything a form needs, handed over at construction.
+// Everything a form needs, handed over at construction. The window and the
+// printer come with the window, which is made after the program: until then
+// there is none.
 struct Ports {
-    ISettingsStore* settings = nullptr;
-    IRandom* random = nullptr;
-    IClock* clock = nullptr;
-    IScreen* screen = nullptr;
-    IDisplayMode* display = nullptr;
+    ISettingsStore& settings;
+    IRandom& random;
+    IClock& clock;
+    IScreen& screen;
+    IDisplayMode& display;
+    IInstanceLock& instance;
+    ISystemMessageBox& sysbox;
+    IMessageHost& messages;
+    IPopupHost& popups;
+    IDialogHost& dialogs;
+    ISoundEffects& sounds;
+    IMusicDevice& music;
+    IShell& shell;
+    IDownloader& download;
+    IFiles& files;
     IWindow* window = nullptr;
-    IInstanceLock* instance = nullptr;
-    ISystemMessageBox* sysbox = nullptr;
-    IMessageHost* messages = nullptr;
-    IPopupHost* popups = nullptr;
-    IDialogHost* dialogs = nullptr;
-    ISoundEffects* sounds = nullptr;
-    IMusicDevice* music = nullptr;
     IPrinter* printer = nullptr;
-    IShell* shell = nullptr;
-    IDownloader* download = nullptr;
-    IFiles* files = nullptr;
     // The program's own folder (Music/, the version file); and the command line.
     std::string programDir;
     std::string commandLine;

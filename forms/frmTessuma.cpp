@@ -402,8 +402,7 @@ void frmTessuma::PopupMenu(const std::string& menuName) {
     } else {
         return;
     }
-    if (!ports.popups) return;
-    const auto choice = ports.popups->Popup(menuName, entries);
+    const auto choice = ports.popups.Popup(menuName, entries);
     if (!choice) return;
     // Choosing a disabled entry or a separator dismisses the menu.
     const MenuEntry* chosen = nullptr;

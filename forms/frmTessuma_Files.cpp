@@ -45,7 +45,7 @@ void frmTessuma::OpenGame() {
     clsDIALOGS* d = PrepareDialogs(program, kOpenTitle);
     if (!d) return;
     const std::string path = d->strGetOpenFileName("");
-    if (!path.empty() && ports.files->IsFile(path)) LoadGameFile(path);
+    if (!path.empty() && ports.files.IsFile(path)) LoadGameFile(path);
 }
 
 // Side button 2. The question about an existing file comes before ".tsm" is
@@ -55,9 +55,8 @@ void frmTessuma::SaveGame() {
     if (!d) return;
     const std::string path = d->strGetSaveFileName("");
     if (path.empty()) return;
-    if (ports.files->IsFile(path)) {
-        if (!ports.sysbox) return;
-        const int answer = ports.sysbox->Show(path + " already exists.\r\n\r\nDo you want to replace it?", "Save As",
+    if (ports.files.IsFile(path)) {
+        const int answer = ports.sysbox.Show(path + " already exists.\r\n\r\nDo you want to replace it?", "Save As",
                                               kStyleWarning | kStyleYesNo);
         if (answer != ISystemMessageBox::Yes) return;
     }
@@ -72,7 +71,7 @@ void frmTessuma::LoadGameFile(const std::string& path) {
     std::optional<SavedGame> game;
     try {
         std::string text;
-        if (ports.files->ReadFile(path, kMaxGameFileBytes, text) == IFiles::Read::Ok) game = ParseSavedGame(text);
+        if (ports.files.ReadFile(path, kMaxGameFileBytes, text) == IFiles::Read::Ok) game = ParseSavedGame(text);
     } catch (const std::bad_alloc&) {
         game.reset();
     }
@@ -104,7 +103,7 @@ void frmTessuma::WriteGameFile(const std::string& path) {
     try {
         const SavedGame game{BuildBoardState(), lblScore.Caption, lblDifficulty.Caption, ClockSeconds,
                              GetViewPosText()};
-        written = ports.files->WriteFileAtomically(target, FormatSavedGame(game));
+        written = ports.files.WriteFileAtomically(target, FormatSavedGame(game));
     } catch (const std::bad_alloc&) {
         written = false;
     }

@@ -81,24 +81,24 @@ void frmTessuma::cmdMinimize_Click() {
 // display; the window counts as maximised all the same.
 void frmTessuma::cmdMaximize_Click() {
     HideOverlays();
-    SaveData(*ports.settings, "ScreenPos/Left", vb::Str(Left));
-    SaveData(*ports.settings, "ScreenPos/Top", vb::Str(Top));
+    SaveData(ports.settings, "ScreenPos/Left", vb::Str(Left));
+    SaveData(ports.settings, "ScreenPos/Top", vb::Str(Top));
     Left = 0;
     Top = 0;
-    if (ports.display) modScreenRes::SetDisplayMode(*ports.display, ports.sysbox, 640, 480);
+    modScreenRes::SetDisplayMode(ports.display, &ports.sysbox, 640, 480);
     cmdRestoreDown.Visible = true;
-    SaveData(*ports.settings, "ScreenPos/Maximized", "True");
+    SaveData(ports.settings, "ScreenPos/Maximized", "True");
 }
 
 // The display back to its mode at start-up and the window to its stored
 // place, with no test that the place lies on the screen.
 void frmTessuma::cmdRestoreDown_Click() {
     HideOverlays();
-    if (ports.display) modScreenRes::SetDisplayMode(*ports.display, ports.sysbox, SavedScreenWidth, SavedScreenHeight);
+    modScreenRes::SetDisplayMode(ports.display, &ports.sysbox, SavedScreenWidth, SavedScreenHeight);
     cmdRestoreDown.Visible = false;
-    ISettingsStore& store = *ports.settings;
-    Left = PlaceOrCentre(store, "ScreenPos/Left", ports.screen->WidthPixels(), ports.screen->TwipsPerPixelX(), Width);
-    Top = PlaceOrCentre(store, "ScreenPos/Top", ports.screen->HeightPixels(), ports.screen->TwipsPerPixelY(), Height);
+    ISettingsStore& store = ports.settings;
+    Left = PlaceOrCentre(store, "ScreenPos/Left", ports.screen.WidthPixels(), ports.screen.TwipsPerPixelX(), Width);
+    Top = PlaceOrCentre(store, "ScreenPos/Top", ports.screen.HeightPixels(), ports.screen.TwipsPerPixelY(), Height);
     SaveData(store, "ScreenPos/Maximized", "False");
 }
 
@@ -269,7 +269,7 @@ void frmTessuma::TurnHelpPage(bool forward) {
 void frmTessuma::cmdOK_Click() {
     PlayEffect(SoundNavClick);
     HideFrame(2);
-    SaveData(*ports.settings, "LastHelpPage", vb::Trim(vb::Str(LastHelpPage)));
+    SaveData(ports.settings, "LastHelpPage", vb::Trim(vb::Str(LastHelpPage)));
 }
 
 // --------------------------------------------------------------------------

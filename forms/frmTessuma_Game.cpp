@@ -21,7 +21,7 @@ void frmTessuma::mnuDifficulty_Click(int Index) {
     if (Index < 0 || Index >= kLevelCount) return;
     lblScore.Caption = vb::Str(BaseScore);
     BoardState = vb::Remove(BoardState, "|");
-    const int turns = gameclock::DealTurns(ports.random ? ports.random->Rnd() : 0.0f);
+    const int turns = gameclock::DealTurns(ports.random.Rnd());
     for (int n = 0; n < turns; ++n) BoardState = RotateBoard(BoardState);
     ShowBoardState();
 }
@@ -29,9 +29,9 @@ void frmTessuma::mnuDifficulty_Click(int Index) {
 // Takes an entry of the level's bank into BoardState, with the level's
 // name and base score.
 void frmTessuma::PickPuzzle(int levelIndex) {
-    if (levelIndex >= 0 && levelIndex < kLevelCount && ports.random) {
+    if (levelIndex >= 0 && levelIndex < kLevelCount) {
         const LevelInfo& level = kLevels[static_cast<std::size_t>(levelIndex)];
-        BoardState = GetPuzzle(levelIndex, *ports.random);
+        BoardState = GetPuzzle(levelIndex, ports.random);
         lblDifficulty.Caption = level.labelName;
         BaseScore = level.baseScore;
     }

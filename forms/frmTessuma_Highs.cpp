@@ -14,7 +14,7 @@ void frmTessuma::EnterHighScore() {
     if (vb::Val(score) <= 0) return;
     ShowMessage("Score High!  Enter your name:", "");
     const std::string reply = program.MessageResult;
-    SaveData(*ports.settings, "Data/LastSavedName", reply);
+    SaveData(ports.settings, "Data/LastSavedName", reply);
     HighEntries[13] = score + "," + reply;
     ShowHighs();
 }
@@ -32,7 +32,7 @@ void frmTessuma::HideHighs() {
 }
 
 void frmTessuma::LoadHighs() {
-    ISettingsStore& store = *ports.settings;
+    ISettingsStore& store = ports.settings;
     for (int i = 0; i < 10; ++i)
         HighEntries[static_cast<std::size_t>(i)] =
             GetData(store, "Data/" + std::to_string(i), i < 3 ? kDefaultHighs[i] : "", modGetSet::kKeepCaps);

@@ -30,17 +30,17 @@ int CheckValue(ISettingsStore& store, const char* key, const char* def) {
 // The window's place from the settings, centred by default. A stored value
 // that is not a number gives the centred place.
 static void PlaceFromSettings(frmTessuma& f) {
-    ISettingsStore& store = *f.ports.settings;
-    const int twX = f.ports.screen->TwipsPerPixelX(), twY = f.ports.screen->TwipsPerPixelY();
-    const double defLeft = (static_cast<double>(f.ports.screen->WidthPixels()) * twX - f.Width) / 2.0;
-    const double defTop = (static_cast<double>(f.ports.screen->HeightPixels()) * twY - f.Height) / 2.0;
+    ISettingsStore& store = f.ports.settings;
+    const int twX = f.ports.screen.TwipsPerPixelX(), twY = f.ports.screen.TwipsPerPixelY();
+    const double defLeft = (static_cast<double>(f.ports.screen.WidthPixels()) * twX - f.Width) / 2.0;
+    const double defTop = (static_cast<double>(f.ports.screen.HeightPixels()) * twY - f.Height) / 2.0;
     std::int32_t v = 0;
     f.Left = vb::TryCLng(GetData(store, "ScreenPos/Left", vb::NumText(defLeft), ""), v) ? v : vb::CLng(defLeft);
     f.Top = vb::TryCLng(GetData(store, "ScreenPos/Top", vb::NumText(defTop), ""), v) ? v : vb::CLng(defTop);
     // A place off every screen (a monitor unplugged since, a hand-edited
     // file) would open the borderless window where it can't be dragged back:
     // centred on the primary screen instead.
-    const std::vector<place::PixelRect> screens = f.ports.screen->Screens();
+    const std::vector<place::PixelRect> screens = f.ports.screen.Screens();
     if (!screens.empty() && !place::GripOnScreen(f.Left / twX, f.Top / twY, f.Width / twX, screens)) {
         const place::PixelRect& primary = screens.front();
         f.Left = (primary.x * 2 + primary.w) * twX / 2 - f.Width / 2;
@@ -51,12 +51,12 @@ static void PlaceFromSettings(frmTessuma& f) {
 // Start-up, options, closing, message box, sounds.
 
 void frmTessuma::Form_Load() {
-    ISettingsStore& store = *ports.settings;
+    ISettingsStore& store = ports.settings;
     // 1. 640 by 480 pixels in the window system's units.
-    Width = 640 * ports.screen->TwipsPerPixelX();
-    Height = 480 * ports.screen->TwipsPerPixelY();
+    Width = 640 * ports.screen.TwipsPerPixelX();
+    Height = 480 * ports.screen.TwipsPerPixelY();
     // 3. The one seeding of the random generator.
-    if (ports.random && ports.clock) ports.random->Randomize(ports.clock->SecondsSinceMidnight());
+    ports.random.Randomize(ports.clock.SecondsSinceMidnight());
     // 4, 5. The board, hidden and empty.
     SuppressChange = true;
     txtCell[0].Text.clear();
@@ -105,11 +105,11 @@ void frmTessuma::Form_Load() {
     picFrame[3].Visible = false;
     lblLoading.Visible = false;
     // 16. The display mode to go back to.
-    SavedScreenWidth = ports.screen->WidthPixels();
-    SavedScreenHeight = ports.screen->HeightPixels();
+    SavedScreenWidth = ports.screen.WidthPixels();
+    SavedScreenHeight = ports.screen.HeightPixels();
     // 17. Maximised last time?
     if (GetData(store, "ScreenPos/Maximized", "False", "") == "true") {
-        if (ports.display) modScreenRes::SetDisplayMode(*ports.display, ports.sysbox, 640, 480);
+        modScreenRes::SetDisplayMode(ports.display, &ports.sysbox, 640, 480);
         Left = 0;
         Top = 0;
     } else {
@@ -136,9 +136,9 @@ void frmTessuma::cmdClose_Click() {
         }
     }
     SaveOptions();
-    if (ports.screen->WidthPixels() > 640) {
-        SaveData(*ports.settings, "ScreenPos/Left", vb::Str(Left));
-        SaveData(*ports.settings, "ScreenPos/Top", vb::Str(Top));
+    if (ports.screen.WidthPixels() > 640) {
+        SaveData(ports.settings, "ScreenPos/Left", vb::Str(Left));
+        SaveData(ports.settings, "ScreenPos/Top", vb::Str(Top));
     }
     picFrame[3].Picture = chkSkin.Value != 0 ? 175 : 0;
     picFrame[3].Visible = true;
@@ -150,18 +150,16 @@ void frmTessuma::cmdClose_Click() {
     program.End();
 }
 void frmTessuma::Form_Unload() {
-    if (ports.music) {
-        modMusic::MusicStop(*ports.music, "MusicFile");
-        modMusic::MusicClose(*ports.music, "MusicFile");
-    }
-    SaveData(*ports.settings, "ScreenPos/Maximized", cmdRestoreDown.Visible ? "True" : "False");
-    if (ports.display && SavedScreenWidth != ports.screen->WidthPixels())
-        modScreenRes::SetDisplayMode(*ports.display, ports.sysbox, SavedScreenWidth, SavedScreenHeight);
-    SaveData(*ports.settings, "LastHelpPage", vb::Str(LastHelpPage));
-    SaveData(*ports.settings, "ShowOptions", OptionsShown ? "True" : "False");
+    modMusic::MusicStop(ports.music, "MusicFile");
+    modMusic::MusicClose(ports.music, "MusicFile");
+    SaveData(ports.settings, "ScreenPos/Maximized", cmdRestoreDown.Visible ? "True" : "False");
+    if (SavedScreenWidth != ports.screen.WidthPixels())
+        modScreenRes::SetDisplayMode(ports.display, &ports.sysbox, SavedScreenWidth, SavedScreenHeight);
+    SaveData(ports.settings, "LastHelpPage", vb::Str(LastHelpPage));
+    SaveData(ports.settings, "ShowOptions", OptionsShown ? "True" : "False");
 }
 void frmTessuma::LoadOptions() {
-    ISettingsStore& store = *ports.settings;
+    ISettingsStore& store = ports.settings;
     LoadingOptions = true;
     chkClickring.Value = CheckValue(store, "Clickring", "1");
     chkSkin.Value = CheckValue(store, "Skin", "1");
@@ -171,7 +169,7 @@ void frmTessuma::LoadOptions() {
     chkSkin_Click();
 }
 void frmTessuma::SaveOptions() {
-    ISettingsStore& store = *ports.settings;
+    ISettingsStore& store = ports.settings;
     SaveData(store, "Clickring", vb::Str(chkClickring.Value));
     SaveData(store, "Skin", vb::Str(chkSkin.Value));
     SaveData(store, "Sounds", vb::Str(chkSounds.Value));
@@ -189,16 +187,16 @@ void frmTessuma::ShowMessage(const std::string& Message, const std::string& Kind
     box.lblOkay.Visible = !yesNo;
     PlayEffect(SoundMessage);
     if (Message == frmMessage::kNamePrompt) {
-        box.txtName.Text = modGetSet::GetData(*ports.settings, "Data/LastSavedName", "", modGetSet::kKeepCaps);
+        box.txtName.Text = modGetSet::GetData(ports.settings, "Data/LastSavedName", "", modGetSet::kKeepCaps);
         box.Focus = {"txtName", -1};
         box.KeyQueue.push_back("^{END}");
         box.txtName.Visible = true;
     } else {
         box.txtName.Visible = false;
     }
-    if (ports.messages) ports.messages->RunModal(box);
+    ports.messages.RunModal(box);
     if (!box.Unloaded) box.CloseBySystem();
 }
 void frmTessuma::PlayEffect(int effect) {
-    if (chkSounds.Value != 0 && ports.sounds) ports.sounds->Play(effect);
+    if (chkSounds.Value != 0) ports.sounds.Play(effect);
 }

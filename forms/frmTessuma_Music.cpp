@@ -19,37 +19,33 @@ constexpr const char* kAlias = "MusicFile";
 void frmTessuma::NextSong() {
     ++SongIndex;
     if (SongIndex > SongLast) SongIndex = 0;
-    if (ports.music) {
-        // Nothing to stop or close before the first song; those answers go.
-        modMusic::MusicStop(*ports.music, kAlias);
-        modMusic::MusicClose(*ports.music, kAlias);
-    }
+    // Nothing to stop or close before the first song; those answers go.
+    modMusic::MusicStop(ports.music, kAlias);
+    modMusic::MusicClose(ports.music, kAlias);
     SongPath = ports.programDir + "/Music/tess" + vb::Str(SongIndex) + ".mp3";
-    if (!ports.files->IsFile(SongPath)) return;
-    if (!ports.music) return;
-    modMusic::MusicOpen(*ports.music, kAlias, SongPath, "MPEGVideo");
+    if (!ports.files.IsFile(SongPath)) return;
+    modMusic::MusicOpen(ports.music, kAlias, SongPath, "MPEGVideo");
     ApplyVolume();
-    modMusic::MusicPlay(*ports.music, kAlias, "", "");
+    modMusic::MusicPlay(ports.music, kAlias, "", "");
 }
 
 // Four times a second: has the song reached its end? The length is asked
 // anew every time.
 void frmTessuma::tmrSongCheck_Timer() {
-    if (!ports.music) return;
     std::int32_t length = 0;
-    if (modMusic::MusicAtEnd(*ports.music, kAlias, length)) NextSong();
+    if (modMusic::MusicAtEnd(ports.music, kAlias, length)) NextSong();
 }
 
 void frmTessuma::ApplyVolume() {
     const std::int32_t volume = volume::DeviceVolume(imgVolume.Left);
-    if (ports.music) modMusic::MusicSetVolume(*ports.music, kAlias, "all", volume);
+    modMusic::MusicSetVolume(ports.music, kAlias, "all", volume);
 }
 
 // Any movement over the thumb, X in twips. With the left button held the
 // thumb follows the pointer from the point where it was grabbed; without,
 // that point is noted. Either way the volume is sent again.
 void frmTessuma::imgVolume_MouseMove(int Button, int Shift, float X, float Y) {
-    const int twips = ports.screen ? ports.screen->TwipsPerPixelX() : 15;
+    const int twips = ports.screen.TwipsPerPixelX();
     const float x = static_cast<float>(static_cast<double>(X) / (twips > 0 ? twips : 15));
     if (Button == 1) {
         imgVolume.Left = imgVolume.Left + x - LastX;

@@ -97,7 +97,7 @@ void frmTessuma::lblOption_Click(int Index) {
         case 8: TogglePause(); break;
         case 10:
             // A failure to open the page is not reported.
-            if (ports.shell) ports.shell->Open(TESSUMA_DONATE_URL, "C:\\");
+            ports.shell.Open(TESSUMA_DONATE_URL, "C:\\");
             break;
         default: break;
     }

@@ -239,7 +239,7 @@ void frmTessuma::mnuFillRandomSquare_Click() {
         mnuFillRandomSquare.Enabled = false;
         return;
     }
-    const int k = HintPick(ports.random ? static_cast<double>(ports.random->Rnd()) : 0.0, last + 1);
+    const int k = HintPick(static_cast<double>(ports.random.Rnd()), last + 1);
     const int cell = empty[static_cast<std::size_t>(k)];
     TextField& c = txtCell[static_cast<std::size_t>(cell)];
     c.Locked = true;

@@ -30,8 +30,8 @@ void frmTessuma::CheckForUpdate() {
     // read further. One that holds fewer than two fields is none either: the
     // same notice as no file at all, and the last address stays as it was.
     std::string text;
-    const IFiles::Read read = ports.files->ReadFile(localPath, kMaxVersionFileBytes, text);
-    ports.files->RemoveFile(localPath);
+    const IFiles::Read read = ports.files.ReadFile(localPath, kMaxVersionFileBytes, text);
+    ports.files.RemoveFile(localPath);
     const std::optional<VersionFile> version = read == IFiles::Read::Ok ? ParseVersionFile(text) : std::nullopt;
     if (!version) {
         ShowMessage(kNoConnect, "");
@@ -47,14 +47,14 @@ void frmTessuma::CheckForUpdate() {
 }
 
 void frmTessuma::DownloadFile(const std::string& Url, const std::string& LocalPath, bool& Succeeded) {
-    Succeeded = ports.download != nullptr && ports.download->Download(Url, LocalPath);
+    Succeeded = ports.download.Download(Url, LocalPath);
 }
 
 // The links of the last help page. A failure to open them is not reported.
 void frmTessuma::lblSupport_Click() {
-    if (ports.shell) ports.shell->Open(std::string("mailto:") + TESSUMA_SUPPORT_MAIL, "C:\\");
+    ports.shell.Open(std::string("mailto:") + TESSUMA_SUPPORT_MAIL, "C:\\");
 }
 
 void frmTessuma::lblWiki_Click() {
-    if (ports.shell) ports.shell->Open(TESSUMA_WIKI_URL, "");
+    ports.shell.Open(TESSUMA_WIKI_URL, "");
 }

@@ -47,7 +47,7 @@ bool frmUpdate::IsWebAddress(const std::string& address) {
 // fails to open the address.
 void frmUpdate::lblDownload_Click() {
     const std::string& url = program.UpdateUrl;
-    if (IsWebAddress(url) && program.ports.shell) program.ports.shell->Open(url, "");
+    if (IsWebAddress(url)) program.ports.shell.Open(url, "");
     DownloadStarted = true;
     Form_Unload();
 }

@@ -18,8 +18,8 @@ frmUpdate& Program::UpdateFormInstance() {
 }
 
 void Program::Main() {
-    if (ports.instance && ports.instance->AnotherInstanceRunning()) {
-        if (ports.sysbox) ports.sysbox->Show("Tessuma Sudoku is already running.", "Tessuma Sudoku", 0);
+    if (ports.instance.AnotherInstanceRunning()) {
+        ports.sysbox.Show("Tessuma Sudoku is already running.", "Tessuma Sudoku", 0);
         Running = false;
         return;
     }
@@ -27,7 +27,7 @@ void Program::Main() {
     if (!profileDir.empty() && profileDir.back() != '/') profileDir += '/';
     const std::string startDir = ports.documentsDir.empty() ? ports.programDir : ports.documentsDir;
     gDialogs =
-        std::make_unique<clsDIALOGS>(ports.dialogs, ports.sysbox, *ports.files, startDir, profileDir + "tessuma.ini");
+        std::make_unique<clsDIALOGS>(&ports.dialogs, &ports.sysbox, ports.files, startDir, profileDir + "tessuma.ini");
     Running = true;
     MainForm = std::make_unique<frmTessuma>(*this);
     MainForm->Form_Load();

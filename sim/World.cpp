@@ -342,24 +342,8 @@ bool FakeFiles::WriteFileAtomically(const std::string& path, const std::string& 
 }
 
 Ports World::MakePorts() {
-    Ports p;
-    p.settings = &settings;
-    p.random = &random;
-    p.clock = &clock;
-    p.screen = &screen;
-    p.display = &display;
-    p.window = &window;
-    p.instance = &instance;
-    p.sysbox = &sysbox;
-    p.messages = &messages;
-    p.popups = &popups;
-    p.dialogs = &dialogs;
-    p.sounds = &sounds;
-    p.music = &music;
-    p.printer = &printer;
-    p.shell = &shell;
-    p.download = &download;
-    p.files = programFiles;
+    Ports p{*use.settings, random, clock,     *use.screen,    *use.display, instance, *use.sysbox,    messages,
+            popups,        *use.dialogs, sounds, music, shell, *use.download, *use.files, &window, &printer};
     p.programDir = sandbox;
     p.commandLine = commandLine;
     p.profileDir = sandbox;

@@ -259,8 +259,6 @@ public:
     std::string commandLine;
 
     FakeFiles files{sandbox};
-    // The files the program uses; `files` unless a test hands it others.
-    IFiles* programFiles = &files;
     FakeSettings settings;
     FakeRandom random;
     FakeClock clock;
@@ -277,6 +275,17 @@ public:
     FakePrinter printer;
     FakeShell shell;
     FakeDownloader download{files};
+
+    // The ports a test may hand over in place of the world's own fakes.
+    struct {
+        ISettingsStore* settings;
+        IScreen* screen;
+        IDisplayMode* display;
+        ISystemMessageBox* sysbox;
+        IDialogHost* dialogs;
+        IDownloader* download;
+        IFiles* files;
+    } use{&settings, &screen, &display, &sysbox, &dialogs, &download, &files};
 
     Ports MakePorts();
 

@@ -145,7 +145,7 @@ protected:
     frmTessuma* f = nullptr;
 
     void SetUp() override {
-        w.programFiles = &files;
+        w.use.files = &files;
         Start(w.MakePorts());
     }
 
@@ -272,9 +272,8 @@ public:
 
 TEST_F(FaultsTest, AFolderThatVanishesDuringTheQuestionIsNotMadeAgain) {
     SysBoxThatWaits sysbox;
-    Ports ports = w.MakePorts();
-    ports.sysbox = &sysbox;
-    Start(ports);
+    w.use.sysbox = &sysbox;
+    Start(w.MakePorts());
     fs::create_directory(Path("stick"));
     f->WriteGameFile(Path("stick/game.tsm"));
     ASSERT_EQ(w.messages.count, 0);
@@ -304,9 +303,8 @@ TEST_F(FaultsTest, AFolderThatVanishesDuringTheQuestionIsNotMadeAgain) {
 
 TEST_F(FaultsTest, AFileThatVanishesBeforeItIsReadLeavesTheGame) {
     DialogsThatWait dialogs(real.dir);
-    Ports ports = w.MakePorts();
-    ports.dialogs = &dialogs;
-    Start(ports);
+    w.use.dialogs = &dialogs;
+    Start(w.MakePorts());
     f->WriteGameFile(Path("game.tsm"));
     MoveOn(5);
     const std::string board = f->BuildBoardState();

@@ -29,9 +29,8 @@ struct Game {
     QtSettingsStore store;
     std::unique_ptr<Program> p;
     explicit Game(const QString& ini) : store(ini.toStdString()) {
-        Ports ports = w.MakePorts();
-        ports.settings = &store;
-        p = std::make_unique<Program>(ports);
+        w.use.settings = &store;
+        p = std::make_unique<Program>(w.MakePorts());
         p->Main();
     }
     frmTessuma& f() { return *p->MainForm; }

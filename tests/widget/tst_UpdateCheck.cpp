@@ -63,9 +63,9 @@ class tst_UpdateCheck : public QObject {
     void Start(const QString& url) {
         world = std::make_unique<World>();
         downloader = std::make_unique<QtDownloader>(5000);
+        world->use.download = downloader.get();
+        world->use.files = &files;
         Ports ports = world->MakePorts();
-        ports.download = downloader.get();
-        ports.files = &files;
         ports.scratchDir = scratch.path().toStdString();
         ports.versionUrl = url.toStdString();
         program = std::make_unique<Program>(ports);

@@ -25,10 +25,9 @@ private slots:
     void init() {
         world = std::make_unique<World>();
         display = std::make_unique<QtDisplay>();
-        Ports ports = world->MakePorts();
-        ports.screen = display.get();
-        ports.display = display.get();
-        program = std::make_unique<Program>(ports);
+        world->use.screen = display.get();
+        world->use.display = display.get();
+        program = std::make_unique<Program>(world->MakePorts());
         window = std::make_unique<TessumaWindow>(*program);
         program->ports.window = window.get();
         display->onModeChanged = [this](bool full) { window->SetFullScreenMode(full); };
