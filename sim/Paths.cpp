@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <sstream>
+#include <type_traits>
 
 #include "core/Ini.h"
 #include "core/vb.h"
@@ -36,192 +37,57 @@ struct Prop {
     std::function<void(C&, const Value&)> set;
 };
 
-template <class C>
-Prop<C> PBool(const char* name, bool C::*m) {
-    return {name,
-            ValueKind::Bool,
-            0,
-            0,
-            [m](const C& c) {
-                Value v;
-                v.b = c.*m;
-                return v;
-            },
-            [m](C& c, const Value& v) { c.*m = v.b; }};
-}
+Value ToValue(bool b) { return Value{b, 0, 0, {}}; }
+Value ToValue(long long i) { return Value{false, i, 0, {}}; }
+Value ToValue(float f) { return Value{false, 0, f, {}}; }
+Value ToValue(const std::string& s) { return Value{false, 0, 0, s}; }
+void FromValue(const Value& v, bool& out) { out = v.b; }
+void FromValue(const Value& v, int& out) { out = static_cast<int>(v.i); }
+void FromValue(const Value& v, std::int16_t& out) { out = static_cast<std::int16_t>(v.i); }
+void FromValue(const Value& v, float& out) { out = v.f; }
+void FromValue(const Value& v, std::string& out) { out = v.s; }
 
-template <class C>
-Prop<C> PInt(const char* name, int C::*m, long long lo = INT32_MIN, long long hi = INT32_MAX) {
+// A property held in member `m`, read and written as a value of `kind`.
+template <class C, class T>
+Prop<C> MakeProp(const char* name, T C::*m, ValueKind kind, long long lo, long long hi) {
     return {name,
-            ValueKind::Int,
+            kind,
             lo,
             hi,
             [m](const C& c) {
-                Value v;
-                v.i = c.*m;
-                return v;
+                if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>)
+                    return ToValue(static_cast<long long>(c.*m));
+                else
+                    return ToValue(c.*m);
             },
-            [m](C& c, const Value& v) { c.*m = static_cast<int>(v.i); }};
+            [m](C& c, const Value& v) { FromValue(v, c.*m); }};
 }
 
-template <class C>
-Prop<C> PShort(const char* name, std::int16_t C::*m, long long lo = INT16_MIN, long long hi = INT16_MAX) {
-    return {name,
-            ValueKind::Int,
-            lo,
-            hi,
-            [m](const C& c) {
-                Value v;
-                v.i = c.*m;
-                return v;
-            },
-            [m](C& c, const Value& v) { c.*m = static_cast<std::int16_t>(v.i); }};
+// The kind of a value by its type, for the form values.
+template <class C, class T>
+Prop<C> ValueProp(const char* name, T C::*m, long long lo, long long hi) {
+    ValueKind kind = ValueKind::Int;
+    if constexpr (std::is_same_v<T, bool>) kind = ValueKind::Bool;
+    if constexpr (std::is_same_v<T, float>) kind = ValueKind::Float;
+    if constexpr (std::is_same_v<T, std::string>) kind = ValueKind::Text;
+    return MakeProp<C>(name, m, kind, lo, hi);
 }
 
-template <class C>
-Prop<C> PColour(const char* name, std::int32_t C::*m) {
-    return {name,
-            ValueKind::Colour,
-            INT32_MIN,
-            INT32_MAX,
-            [m](const C& c) {
-                Value v;
-                v.i = c.*m;
-                return v;
-            },
-            [m](C& c, const Value& v) { c.*m = static_cast<std::int32_t>(v.i); }};
-}
-
-template <class C>
-Prop<C> PFloat(const char* name, float C::*m) {
-    return {name,
-            ValueKind::Float,
-            0,
-            0,
-            [m](const C& c) {
-                Value v;
-                v.f = c.*m;
-                return v;
-            },
-            [m](C& c, const Value& v) { c.*m = v.f; }};
-}
-
-template <class C>
-Prop<C> PText(const char* name, std::string C::*m) {
-    return {name,
-            ValueKind::Text,
-            0,
-            0,
-            [m](const C& c) {
-                Value v;
-                v.s = c.*m;
-                return v;
-            },
-            [m](C& c, const Value& v) { c.*m = v.s; }};
-}
-
-// The properties of each kind of control.
+// The properties of each kind of control, from its declaration.
 template <class C>
 const std::vector<Prop<C>>& PropsOf();
 
-template <>
-const std::vector<Prop<TextField>>& PropsOf<TextField>() {
-    using C = TextField;
-    static const std::vector<Prop<C>> props = {
-        PText("Text", &C::Text),
-        PBool("Visible", &C::Visible),
-        PBool("Locked", &C::Locked),
-        PColour("ForeColor", &C::ForeColor),
-        PBool("TabStop", &C::TabStop),
-        PInt("Left", &C::Left),
-        PInt("Top", &C::Top),
-        PInt("Width", &C::Width),
-        PInt("Height", &C::Height),
-        PInt("MaxLength", &C::MaxLength, 0, 65535),
-        PInt("SelStart", &C::SelStart, 0, 65535),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<Label>>& PropsOf<Label>() {
-    using C = Label;
-    static const std::vector<Prop<C>> props = {
-        PText("Caption", &C::Caption),
-        PBool("Visible", &C::Visible),
-        PColour("ForeColor", &C::ForeColor),
-        PInt("MousePointer", &C::MousePointer, 0, 99),
-        PInt("Left", &C::Left),
-        PInt("Top", &C::Top),
-        PInt("Width", &C::Width),
-        PInt("Height", &C::Height),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<PictureBox>>& PropsOf<PictureBox>() {
-    using C = PictureBox;
-    static const std::vector<Prop<C>> props = {
-        PBool("Visible", &C::Visible), PInt("Left", &C::Left),     PInt("Top", &C::Top),
-        PInt("Width", &C::Width),      PInt("Height", &C::Height), PInt("Picture", &C::Picture),
-        PText("Glyph", &C::Glyph),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<Thumb>>& PropsOf<Thumb>() {
-    using C = Thumb;
-    static const std::vector<Prop<C>> props = {
-        PBool("Visible", &C::Visible), PFloat("Left", &C::Left),   PInt("Top", &C::Top),
-        PInt("Width", &C::Width),      PInt("Height", &C::Height),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<CheckBox>>& PropsOf<CheckBox>() {
-    using C = CheckBox;
-    static const std::vector<Prop<C>> props = {
-        PInt("Value", &C::Value, 0, 2), PBool("Visible", &C::Visible), PColour("BackColor", &C::BackColor),
-        PInt("Left", &C::Left),         PInt("Top", &C::Top),          PInt("Width", &C::Width),
-        PInt("Height", &C::Height),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<Timer>>& PropsOf<Timer>() {
-    using C = Timer;
-    static const std::vector<Prop<C>> props = {
-        PBool("Enabled", &C::Enabled),
-        PInt("Interval", &C::Interval, 0, 65535),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<MenuItem>>& PropsOf<MenuItem>() {
-    using C = MenuItem;
-    static const std::vector<Prop<C>> props = {
-        PText("Caption", &C::Caption),
-        PBool("Enabled", &C::Enabled),
-        PBool("Visible", &C::Visible),
-    };
-    return props;
-}
-
-template <>
-const std::vector<Prop<CommandButton>>& PropsOf<CommandButton>() {
-    using C = CommandButton;
-    static const std::vector<Prop<C>> props = {
-        PBool("Visible", &C::Visible), PBool("Enabled", &C::Enabled), PInt("Left", &C::Left),
-        PInt("Top", &C::Top),          PInt("Width", &C::Width),      PInt("Height", &C::Height),
-        PText("Caption", &C::Caption),
-    };
-    return props;
-}
+#define TESSUMA_PROP(Type, name, init, kind, lo, hi) MakeProp<C>(#name, &C::name, ValueKind::kind, lo, hi),
+#define TESSUMA_PROPS_OF(Kind, PROPS)                                    \
+    template <>                                                          \
+    const std::vector<Prop<Kind>>& PropsOf<Kind>() {                     \
+        using C = Kind;                                                  \
+        static const std::vector<Prop<C>> props = {PROPS(TESSUMA_PROP)}; \
+        return props;                                                    \
+    }
+CONTROL_KINDS(TESSUMA_PROPS_OF)
+#undef TESSUMA_PROPS_OF
+#undef TESSUMA_PROP
 
 template <class C>
 std::string PropNames() {
@@ -367,32 +233,10 @@ const std::vector<ControlEntry>& UpdateControls() {
     return controls;
 }
 
-// A form value bound by its type: Boolean, whole number in a range, number, text.
-template <class C>
-Prop<C> PValue(const char* name, bool C::*m, long long, long long) {
-    return PBool(name, m);
-}
-template <class C>
-Prop<C> PValue(const char* name, int C::*m, long long lo, long long hi) {
-    return PInt(name, m, lo, hi);
-}
-template <class C>
-Prop<C> PValue(const char* name, std::int16_t C::*m, long long lo, long long hi) {
-    return PShort(name, m, lo, hi);
-}
-template <class C>
-Prop<C> PValue(const char* name, float C::*m, long long, long long) {
-    return PFloat(name, m);
-}
-template <class C>
-Prop<C> PValue(const char* name, std::string C::*m, long long, long long) {
-    return PText(name, m);
-}
-
 // Form-level values of the main form, by their bare names.
 const std::vector<Prop<F>>& MainValues() {
     static const std::vector<Prop<F>> values = {
-#define VALUE(Type, name, init, lo, hi) PValue(#name, &F::name, lo, hi),
+#define VALUE(Type, name, init, lo, hi) ValueProp<F>(#name, &F::name, lo, hi),
 #include "forms/frmTessuma.def"
     };
     return values;
@@ -401,14 +245,14 @@ const std::vector<Prop<F>>& MainValues() {
 // The main form's own properties, always written with "frmTessuma.".
 const std::vector<Prop<F>>& MainOwn() {
     static const std::vector<Prop<F>> values = {
-        PInt("Left", &F::Left),
-        PInt("Top", &F::Top),
-        PInt("Width", &F::Width),
-        PInt("Height", &F::Height),
-        PBool("Visible", &F::Visible),
-        PInt("WindowState", &F::WindowState, 0, 2),
-        PInt("MousePointer", &F::MousePointer, 0, 99),
-        PInt("Picture", &F::Picture),
+        ValueProp<F>("Left", &F::Left, INT32_MIN, INT32_MAX),
+        ValueProp<F>("Top", &F::Top, INT32_MIN, INT32_MAX),
+        ValueProp<F>("Width", &F::Width, INT32_MIN, INT32_MAX),
+        ValueProp<F>("Height", &F::Height, INT32_MIN, INT32_MAX),
+        ValueProp<F>("Visible", &F::Visible, 0, 0),
+        ValueProp<F>("WindowState", &F::WindowState, 0, 2),
+        ValueProp<F>("MousePointer", &F::MousePointer, 0, 99),
+        ValueProp<F>("Picture", &F::Picture, INT32_MIN, INT32_MAX),
     };
     return values;
 }
@@ -416,18 +260,18 @@ const std::vector<Prop<F>>& MainOwn() {
 const std::vector<Prop<frmUpdate>>& UpdateOwn() {
     using U = frmUpdate;
     static const std::vector<Prop<U>> values = {
-        PText("Caption", &U::Caption),
-        PBool("Visible", &U::Visible),
-        PBool("Loaded", &U::Loaded),
-        PBool("DownloadStarted", &U::DownloadStarted),
+        ValueProp<U>("Caption", &U::Caption, 0, 0),
+        ValueProp<U>("Visible", &U::Visible, 0, 0),
+        ValueProp<U>("Loaded", &U::Loaded, 0, 0),
+        ValueProp<U>("DownloadStarted", &U::DownloadStarted, 0, 0),
     };
     return values;
 }
 
 const std::vector<Prop<Program>>& ProgramValues() {
     static const std::vector<Prop<Program>> values = {
-        PText("MessageResult", &Program::MessageResult),
-        PText("UpdateUrl", &Program::UpdateUrl),
+        ValueProp<Program>("MessageResult", &Program::MessageResult, 0, 0),
+        ValueProp<Program>("UpdateUrl", &Program::UpdateUrl, 0, 0),
     };
     return values;
 }
