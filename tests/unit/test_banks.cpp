@@ -280,23 +280,4 @@ TEST(Banks, OutOfRangeGivesNothing) {
     EXPECT_EQ(mod_P3_Advanced::Entry(12, 99), BankEntry(2, 12, 99));
 }
 
-TEST(Levels, TableOfTheFourLevels) {
-    const char* menu[] = {"&Easy", "&Intermediate", "&Advanced", "&Genius"};
-    const char* label[] = {"beginner", "intermediate", "advanced", "genius"};
-    const char* module[] = {"mod_P1_Easy", "mod_P2_Intermediate", "mod_P3_Advanced", "mod_P4_Genius"};
-    const int score[] = {25000, 50000, 100000, 200000};
-    const int clues[] = {30, 24, 24, 24};
-    const int distinct[] = {1200, 1115, 1200, 1197};
-    for (int i = 0; i < kLevelCount; ++i) {
-        EXPECT_EQ(kLevels[i].index, i);
-        EXPECT_STREQ(kLevels[i].menuCaption, menu[i]);
-        EXPECT_STREQ(kLevels[i].labelName, label[i]);
-        EXPECT_STREQ(kLevels[i].bankModule, module[i]);
-        EXPECT_EQ(kLevels[i].baseScore, score[i]);
-        EXPECT_EQ(kLevels[i].clues, clues[i]);
-        EXPECT_EQ(kLevels[i].distinctEntries, distinct[i]);
-    }
-    EXPECT_EQ(kEntriesPerBank, 1200);
-}
-
 }  // namespace
