@@ -43,6 +43,7 @@ if(TESSUMA_FUZZ)
     add_executable(${target} fuzz/${name}.cpp)
     target_link_options(${target} PRIVATE -fsanitize=fuzzer)
     target_link_libraries(${target} PRIVATE tessuma_sim)
+    tessuma_layer(${target} fuzz)
     if(name MATCHES "^cli_")
       # The command-line companion's commands, without its main().
       file(GLOB cli_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/tessuma-cli/*.cpp)
