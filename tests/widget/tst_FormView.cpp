@@ -116,6 +116,10 @@ private slots:
         QCOMPARE(QString::fromStdString(world->popups.opened[0]), QString("mnuPopupDifficulty"));
         QVERIFY(Form().CountClues());
         QCOMPARE(QString::fromStdString(Form().lblOption[8].Caption), QString("pause"));
+        // Punctuation keys too: Alt+- steps the music down.
+        const float before = Form().imgVolume.Left;
+        QTest::keyClick(view.get(), Qt::Key_Minus, Qt::AltModifier);
+        QCOMPARE(Form().imgVolume.Left, before - 5);
     }
 
     // The volume thumb follows a drag.
