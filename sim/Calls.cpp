@@ -4,6 +4,7 @@
 #include <cctype>
 #include <climits>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <string_view>
 #include <tuple>
@@ -20,15 +21,15 @@ using Args = std::vector<Value>;
 
 // How an argument of a handler is read, beyond what its type says: a range
 // for a whole number, or a text that is a file path in the sandbox.
-struct ArgSpec {
+struct ArgReading {
     enum How { Default, Range, File, Any } how = Default;
     long long lo = 0, hi = 0;
-    ArgSpec() = default;
-    ArgSpec(long long l, long long h) : how(Range), lo(l), hi(h) {}
-    explicit ArgSpec(How h) : how(h) {}
+    ArgReading() = default;
+    ArgReading(long long l, long long h) : how(Range), lo(l), hi(h) {}
+    explicit ArgReading(How h) : how(h) {}
 };
-const ArgSpec kFileArg{ArgSpec::File};
-const ArgSpec kAnyArg{ArgSpec::Any};
+const ArgReading kFileArg{ArgReading::File};
+const ArgReading kAnyArg{ArgReading::Any};
 
 // The parameter names of a declaration's "(int Index, int KeyCode)".
 std::vector<std::string> ParamNames(std::string_view params) {
@@ -49,20 +50,18 @@ std::vector<std::string> ParamNames(std::string_view params) {
 // What a parameter's type makes of a scenario's value, and back.
 template <class T>
 struct Param;
-template <>
-struct Param<int> {
-    using Hold = int;
+// A whole number, within its type's range unless the handler's list says less.
+template <class T>
+struct IntParam {
+    using Hold = T;
     static constexpr ArgKind kind = ArgKind::Int;
-    static constexpr long long lo = INT32_MIN, hi = INT32_MAX;
-    static Hold From(const Value& v) { return static_cast<int>(v.i); }
+    static constexpr long long lo = std::numeric_limits<T>::min(), hi = std::numeric_limits<T>::max();
+    static Hold From(const Value& v) { return static_cast<T>(v.i); }
 };
 template <>
-struct Param<std::int16_t> {
-    using Hold = std::int16_t;
-    static constexpr ArgKind kind = ArgKind::Int;
-    static constexpr long long lo = INT16_MIN, hi = INT16_MAX;
-    static Hold From(const Value& v) { return static_cast<std::int16_t>(v.i); }
-};
+struct Param<int> : IntParam<int> {};
+template <>
+struct Param<std::int16_t> : IntParam<std::int16_t> {};
 template <>
 struct Param<std::int16_t&> : Param<std::int16_t> {
     static std::string Out(Hold h) { return std::to_string(h); }
@@ -113,12 +112,12 @@ concept ByRef = requires(typename Param<T>::Hold h) {
 };
 
 template <class T>
-ArgInfo Describe(const std::string& name, const ArgSpec& spec) {
+ArgInfo Describe(const std::string& name, const ArgReading& reading) {
     ArgInfo a{name, Param<T>::kind, Param<T>::lo, Param<T>::hi, ByRef<T>};
-    if (spec.how == ArgSpec::Range) {
-        a.lo = spec.lo;
-        a.hi = spec.hi;
-    } else if (spec.how == ArgSpec::File) {
+    if (reading.how == ArgReading::Range) {
+        a.lo = reading.lo;
+        a.hi = reading.hi;
+    } else if (reading.how == ArgReading::File) {
         a.kind = ArgKind::File;
     } else if (a.kind == ArgKind::Int && name == "KeyCode") {
         a.lo = 0;
@@ -155,12 +154,12 @@ std::string Invoke(F& f, M m, const Args& a, std::index_sequence<I...>) {
 }
 
 template <class R, class M, class... A>
-CallEntry Bind(const char* name, M m, std::string_view params, std::vector<ArgSpec> specs) {
+CallEntry Bind(const char* name, M m, std::string_view params, std::vector<ArgReading> readings) {
     const std::vector<std::string> names = ParamNames(params);
-    specs.resize(sizeof...(A));
+    readings.resize(sizeof...(A));
     CallEntry e{name, {}, Needs::Form, {}};
     std::size_t i = 0;
-    ((e.args.push_back(Describe<A>(names.at(i), specs[i])), ++i), ...);
+    ((e.args.push_back(Describe<A>(names.at(i), readings[i])), ++i), ...);
     e.run = [m](Runtime& rt, const Args& a) {
         return Invoke<frmTessuma, M, R, A...>(rt.Form(), m, a, std::index_sequence_for<A...>{});
     };
@@ -168,14 +167,15 @@ CallEntry Bind(const char* name, M m, std::string_view params, std::vector<ArgSp
 }
 
 template <class R, class... A>
-CallEntry Handler(const char* name, R (frmTessuma::*m)(A...), std::string_view params, std::vector<ArgSpec> specs) {
-    return Bind<R, decltype(m), A...>(name, m, params, std::move(specs));
+CallEntry Handler(const char* name, R (frmTessuma::*m)(A...), std::string_view params,
+                  std::vector<ArgReading> readings) {
+    return Bind<R, decltype(m), A...>(name, m, params, std::move(readings));
 }
 
 template <class R, class... A>
 CallEntry Handler(const char* name, R (frmTessuma::*m)(A...) const, std::string_view params,
-                  std::vector<ArgSpec> specs) {
-    return Bind<R, decltype(m), A...>(name, m, params, std::move(specs));
+                  std::vector<ArgReading> readings) {
+    return Bind<R, decltype(m), A...>(name, m, params, std::move(readings));
 }
 
 CallEntry UpdateHandler(const char* name, void (frmUpdate::*m)()) {

@@ -125,9 +125,11 @@ const FormAccess<Program>& ProgramAccess() {
     return a;
 }
 
-// A property of the object itself (a form value, a module value).
-template <class F>
-void BindValue(const FormAccess<F>& fa, const Prop<F>& p, Path& out) {
+// Binds property `p` of the object that `pick` (reading) and `pickW`
+// (writing) find in the form.
+template <class F, class C>
+void BindThrough(const FormAccess<F>& fa, const Prop<C>& p, std::function<const C&(const F&)> pick,
+                 std::function<C&(F&)> pickW, Path& out) {
     out.kind = p.kind;
     out.lo = p.lo;
     out.hi = p.hi;
@@ -136,8 +138,15 @@ void BindValue(const FormAccess<F>& fa, const Prop<F>& p, Path& out) {
     auto set = p.set;
     auto read = fa.read;
     auto write = fa.write;
-    out.get = [read, get](Runtime& rt) { return get(read(rt)); };
-    out.set = [write, set](Runtime& rt, const Value& v) { set(write(rt), v); };
+    out.get = [read, pick, get](Runtime& rt) { return get(pick(read(rt))); };
+    out.set = [write, pickW, set](Runtime& rt, const Value& v) { set(pickW(write(rt)), v); };
+}
+
+// A property of the object itself (a form value, a module value).
+template <class F>
+void BindValue(const FormAccess<F>& fa, const Prop<F>& p, Path& out) {
+    BindThrough<F, F>(
+        fa, p, [](const F& f) -> const F& { return f; }, [](F& f) -> F& { return f; }, out);
 }
 
 // --------------------------------------------------------------------------
@@ -159,16 +168,7 @@ bool BindControlProp(const FormAccess<F>& fa, std::function<const C&(const F&)> 
                      const std::string& prop, Path& out) {
     for (const auto& p : PropsOf<C>()) {
         if (p.name != prop) continue;
-        out.kind = p.kind;
-        out.lo = p.lo;
-        out.hi = p.hi;
-        out.needs = fa.needs;
-        auto get = p.get;
-        auto set = p.set;
-        auto read = fa.read;
-        auto write = fa.write;
-        out.get = [read, pick, get](Runtime& rt) { return get(pick(read(rt))); };
-        out.set = [write, pickW, set](Runtime& rt, const Value& v) { set(pickW(write(rt)), v); };
+        BindThrough<F, C>(fa, p, pick, pickW, out);
         return true;
     }
     return false;
