@@ -100,51 +100,6 @@ TEST_F(FrameTest, ThePageCarriesTheBoardAndTheDonationLabelOnly) {
     EXPECT_EQ(w.messages.count, 0);
 }
 
-TEST_F(FrameTest, ThePlayerIsToldWhereThePageWentOrThatItWentNowhere) {
-    Deal();
-    w.printer.result = {PrintResult::ToFile, "/home/player/Tessuma Sudoku.pdf"};
-    f->PrintBoard();
-    EXPECT_EQ(w.messages.count, 1);
-    EXPECT_EQ(w.messages.lastText, "No printer here.\r\nPuzzle go to file:\r\n/home/player/Tessuma Sudoku.pdf");
-    EXPECT_EQ(w.messages.lastKind, "");
-    // The form was put back before the box came up.
-    EXPECT_EQ(Snapshot(*f).sideNav, 9);
-
-    w.printer.result = {PrintResult::FileFailed, "/home/player/Tessuma Sudoku.pdf"};
-    f->PrintBoard();
-    EXPECT_EQ(w.messages.lastText, "No printer here,\r\nand file no can write.\r\nPuzzle not printed.");
-    w.printer.result = {PrintResult::PrinterFailed, ""};
-    f->PrintBoard();
-    EXPECT_EQ(w.messages.lastText, "Printer say no.\r\nPuzzle not printed.");
-    w.printer.result = {};
-    f->PrintBoard();
-    EXPECT_EQ(w.messages.count, 3);
-}
-
-TEST_F(FrameTest, NoPrinterPortStillPutsTheFormBack) {
-    Ports ports = w.MakePorts();
-    ports.printer = nullptr;
-    Start(ports);
-    Deal();
-    f->PrintBoard();
-    EXPECT_EQ(Snapshot(*f).sideNav, 9);
-    EXPECT_EQ(f->Picture, 101);
-    EXPECT_EQ(w.messages.count, 0);
-}
-
-TEST_F(FrameTest, TheSkinClickQueuesATabUnlessTheOptionsLoad) {
-    f->KeyQueue.clear();
-    f->chkSkin.Value = 0;
-    f->chkSkin_Click();
-    EXPECT_EQ(std::vector<std::string>(f->KeyQueue.begin(), f->KeyQueue.end()), std::vector<std::string>{"{tab}"});
-    f->KeyQueue.clear();
-    f->LoadingOptions = true;
-    f->chkSkin.Value = 1;
-    f->chkSkin_Click();
-    EXPECT_TRUE(f->KeyQueue.empty());
-    EXPECT_EQ(f->Picture, 102);
-}
-
 TEST_F(FrameTest, ARefusedDisplayModeIsToldAndTheWindowIsMaximisedAnyway) {
     w.display.supported = false;
     f->cmdMaximize_Click();
@@ -175,43 +130,6 @@ TEST_F(FrameTest, AGameClosedMaximisedStartsMaximisedFromTheModeBefore) {
     EXPECT_EQ(w.screen.height, 768);
 }
 
-TEST_F(FrameTest, AStartAt640By480RestoresTheSameModeAndStoresNoPlace) {
-    w.screen.width = 640;
-    w.screen.height = 480;
-    Start();
-    f->cmdMaximize_Click();
-    const int changes = w.display.changes;
-    f->cmdRestoreDown_Click();
-    EXPECT_GT(w.display.changes, changes);
-    EXPECT_EQ(w.screen.width, 640);
-    w.settings.Save("Tessuma", "ScreenPos", "Left", "777");
-    f->Left = 1234;
-    f->cmdClose_Click();
-    EXPECT_EQ(Setting("ScreenPos", "Left"), "777");
-}
-
-TEST_F(FrameTest, AStoredPlaceThatIsNoNumberCentresTheWindow) {
-    f->cmdMaximize_Click();
-    w.settings.Save("Tessuma", "ScreenPos", "Left", "far left");
-    w.settings.Save("Tessuma", "ScreenPos", "Top", "99999999999");
-    f->cmdRestoreDown_Click();
-    EXPECT_EQ(f->Left, (1024 * 15 - 9600) / 2);
-    EXPECT_EQ(f->Top, (768 * 15 - 7200) / 2);
-}
-
-TEST_F(FrameTest, TheStoredHelpPageNeverSurvivesARestart) {
-    std::int16_t help = 2;
-    f->ShowFrame(help);
-    f->lblHelpPages_Click(3);
-    f->cmdOK_Click();
-    EXPECT_EQ(Setting("Options", "LastHelpPage"), "3");
-    f->cmdClose_Click();
-    Start();
-    EXPECT_EQ(f->LastHelpPage, 0);
-    f->ShowFrame(help);
-    EXPECT_EQ(f->picFrame[2].Picture, 201);
-}
-
 TEST_F(FrameTest, APageWithoutAPictureKeepsTheOldOne) {
     std::int16_t help = 2;
     f->ShowFrame(help);
@@ -228,40 +146,6 @@ TEST_F(FrameTest, APageWithoutAPictureKeepsTheOldOne) {
     f->picFrame_KeyUp(2, 37, 0);
     EXPECT_EQ(f->LastHelpPage, 11);
     EXPECT_EQ(f->picFrame[2].Picture, 201);
-}
-
-TEST_F(FrameTest, ThePanelTakesAnyCountWithoutLeavingItsLabels) {
-    const std::int16_t counts[] = {-3, 1, 9, 10, 11, 400};
-    for (std::int16_t c : counts) {
-        std::int16_t count = c;
-        f->SetOptionsVisible(false, count);
-        EXPECT_EQ(count, c);
-        f->SetOptionsVisible(true, count);
-    }
-    std::int16_t one = 1;
-    f->SetOptionsVisible(false, one);
-    EXPECT_FALSE(f->lblOption[1].Visible);
-    EXPECT_TRUE(f->lblOption[2].Visible);
-    EXPECT_FALSE(f->lblTimer.Visible);
-    EXPECT_FALSE(f->lblOption[9].Visible);
-}
-
-TEST_F(FrameTest, AFrameIndexOutsideTheFramesDoesNothing) {
-    std::int16_t bad = 7;
-    f->ShowFrame(bad);
-    f->HideFrame(-1);
-    EXPECT_EQ(Snapshot(*f).sideNav, 9);
-    EXPECT_FALSE(f->tmrClock.Enabled);
-}
-
-TEST_F(FrameTest, MinimiseGoesThroughTheWindowAndClosesTheOverlays) {
-    Deal();
-    f->CurrentCell = 2;
-    f->txtCell[2].Visible = true;
-    f->cmdMinimize_Click();
-    EXPECT_EQ(w.window.minimizes, 1);
-    EXPECT_EQ(f->WindowState, 1);
-    EXPECT_FALSE(f->txtCell[2].Visible);
 }
 
 }  // namespace

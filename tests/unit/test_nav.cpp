@@ -34,40 +34,6 @@ struct NavTest : StartedGame {
     }
 };
 
-TEST_F(NavTest, SetSideNavVisibleSwitchesTheModes) {
-    const struct {
-        bool visible;
-        std::int16_t count, countAfter;
-        const char* buttons;
-    } cases[] = {
-        {true, 0, 9, "111111111"}, {false, 0, 9, "000000000"}, {false, 6, 6, "000000011"},  {true, 6, 6, "111111100"},
-        {true, 8, 8, "111111111"}, {false, 1, 1, "001111111"}, {true, -1, -1, "000000000"},
-    };
-    for (const auto& c : cases) {
-        std::int16_t count = c.count;
-        f->SetSideNavVisible(c.visible, count);
-        EXPECT_EQ(count, c.countAfter) << c.visible << " " << c.count;
-        EXPECT_EQ(SideNav(), c.buttons) << c.visible << " " << c.count;
-    }
-}
-
-TEST_F(NavTest, EveryAccessKeyReachesAButtonAndNoOtherKeyDoes) {
-    // Keys of buttons that need a visible control elsewhere: with the
-    // whole side column and the labels hidden they answer but do nothing.
-    std::int16_t none = 0;
-    f->SetSideNavVisible(false, none);
-    f->lblOption[7].Visible = false;
-    f->lblOption[8].Visible = false;
-    for (char k : std::string("CFLSPOGHEUcflspoghe")) {
-        EXPECT_TRUE(f->PressAltKey(k)) << k;
-    }
-    EXPECT_EQ(Traces(), 0);
-    for (char k : std::string("BIJQTVWXYZ0123456789/;'[]\\` ")) EXPECT_FALSE(f->PressAltKey(k)) << k;
-    EXPECT_FALSE(f->PressAltKey('\0'));
-    // The rest answer too; what they do belongs to their own commands.
-    for (char k : std::string("MRKN-=DA,.")) EXPECT_TRUE(f->PressAltKey(k)) << k;
-}
-
 TEST_F(NavTest, KeysFollowTheCaptionsAndSkipAHiddenOrDisabledButton) {
     f->PressAltKey('d');
     EXPECT_EQ(w.shell.targets, (std::vector<std::string>{TESSUMA_DONATE_URL}));

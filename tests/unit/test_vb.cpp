@@ -24,29 +24,7 @@ private:
     std::string saved_;
 };
 
-TEST_F(CommaLocale, NumbersKeepTheirPoint) {
-    EXPECT_DOUBLE_EQ(vb::Val("37.5"), 37.5);
-    EXPECT_DOUBLE_EQ(vb::Val(" -3.25xyz"), -3.25);
-    EXPECT_EQ(vb::NumText(2887.5), "2887.5");
-    EXPECT_EQ(vb::NumText(0.1), "0.1");
-    EXPECT_EQ(vb::NumText(2880), "2880");
-    std::int32_t v = 0;
-    ASSERT_TRUE(vb::TryCLng("2887.5", v));
-    EXPECT_EQ(v, 2888);
-    // A written number reads back as itself.
-    for (double x : {1.0 / 3, 4567.125, -0.0625}) EXPECT_EQ(vb::Val(vb::NumText(x)), x) << vb::NumText(x);
-}
-
 }  // namespace
-
-// Digits too many for a double: a strict conversion refuses them, Val gives 0.
-TEST(Numbers, RunsOfDigitsPastADouble) {
-    const std::string huge(400, '9');
-    std::int32_t v = 7;
-    EXPECT_FALSE(vb::TryCLng(huge, v));
-    EXPECT_EQ(vb::Val(huge), 0.0);
-    EXPECT_EQ(vb::Val("0." + std::string(400, '0') + "1"), 0.0);
-}
 
 #include "core/WindowPlace.h"
 
