@@ -41,15 +41,9 @@ public:
     Ports& ports;
 
     // ----------------------------------------------------------------------
-    // The form itself. Left and Top in twips; Width and Height in twips too.
-    int Left = 0, Top = 0, Width = 9600, Height = 7200;
-    bool Visible = false;
-    int WindowState = 0;  // 0 normal, 1 minimised
-    int MousePointer = vb::kPointerDefault;
-    int Picture = 101;  // background bitmap: 101 skinned, 102 plain
-
-    // ----------------------------------------------------------------------
-    // The controls and form-level values, as declared in frmTessuma.def.
+    // The form's own properties, its controls and form-level values, as
+    // declared in frmTessuma.def.
+#define FORM(Type, name, init, lo, hi) Type name{init};
 #define CONTROL(Type, name) Type name;
 #define CONTROLS(Type, name, size, lo, hi) std::array<Type, size> name;
 #define VALUE(Type, name, init, lo, hi) Type name{init};

@@ -15,11 +15,22 @@ public:
     explicit frmUpdate(Program& program);
     Program& program;
 
-    std::string Caption;
-    Label Label2, lblStatus, Label1, lblDownload;
-    bool Visible = false;
-    bool Loaded = false;
-    bool DownloadStarted = false;
+    // The window's properties and controls, listed once for the class and
+    // the scenario language's paths: FORM(Type, name, init), CONTROL(Type, name).
+#define FRMUPDATE_FIELDS(FORM, CONTROL) \
+    FORM(std::string, Caption, )        \
+    CONTROL(Label, Label2)              \
+    CONTROL(Label, lblStatus)           \
+    CONTROL(Label, Label1)              \
+    CONTROL(Label, lblDownload)         \
+    FORM(bool, Visible, false)          \
+    FORM(bool, Loaded, false)           \
+    FORM(bool, DownloadStarted, false)
+#define TESSUMA_FORM_FIELD(Type, name, init) Type name{init};
+#define TESSUMA_CONTROL_FIELD(Type, name) Type name;
+    FRMUPDATE_FIELDS(TESSUMA_FORM_FIELD, TESSUMA_CONTROL_FIELD)
+#undef TESSUMA_FORM_FIELD
+#undef TESSUMA_CONTROL_FIELD
 
     void Form_Load();
     // Shows the window without making it modal; loads it first if needed.

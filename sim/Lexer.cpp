@@ -1,6 +1,7 @@
-// Words and numbers of a scenario line.
+// Words, paths and numbers of a scenario line.
 #include "sim/Lexer.h"
 
+#include <cctype>
 #include <charconv>
 #include <cmath>
 
@@ -10,6 +11,7 @@ namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsNameChar(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
 
 }  // namespace
 
@@ -81,6 +83,34 @@ bool Tokenize(std::string_view line, std::vector<Token>& words, std::string& err
         words.push_back(std::move(t));
     }
     return true;
+}
+
+bool SplitPath(const std::string& text, PathPieces& p) {
+    p = PathPieces{};
+    auto name = [&text](std::size_t i) {
+        while (i < text.size() && IsNameChar(text[i])) ++i;
+        return i;
+    };
+    std::size_t start = name(0);
+    if (text.compare(0, 3, "frm") == 0 && start < text.size() && text[start] == '.')
+        p.form = text.substr(0, start++);
+    else
+        start = 0;
+    std::size_t i = name(start);
+    p.name = text.substr(start, i - start);
+    const std::size_t close = text.rfind(')');
+    if (i < text.size() && text[i] == '(' && close != std::string::npos && close > i) {
+        p.hasArg = true;
+        p.arg = text.substr(i + 1, close - i - 1);
+        i = close + 1;
+    }
+    if (i < text.size() && text[i] == '.') {
+        p.hasProp = true;
+        const std::size_t end = name(i + 1);
+        p.prop = text.substr(i + 1, end - i - 1);
+        i = end;
+    }
+    return !p.name.empty() && i == text.size() && !(p.hasProp && p.prop.empty());
 }
 
 bool ParseInt(std::string_view s, long long& out) {

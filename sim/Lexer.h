@@ -1,5 +1,6 @@
 #pragma once
-// The words of a scenario line, and the plain number forms the commands take.
+// The words of a scenario line, the pieces of a path, and the plain number
+// forms the commands take.
 
 #include <string>
 #include <string_view>
@@ -19,6 +20,15 @@ struct Token {
 // Returns false with a reason in `error` for an unknown escape, a quote left
 // open, a quote inside a plain word or text glued to a closing quote.
 bool Tokenize(std::string_view line, std::vector<Token>& words, std::string& error);
+
+// The pieces of a path: [form.]Name[(ARG)][.Prop], where a form is a name
+// that starts with "frm". The argument runs to the last ")".
+struct PathPieces {
+    std::string form, name, arg, prop;
+    bool hasArg = false, hasProp = false;
+};
+// False when `text` is not made of those pieces.
+bool SplitPath(const std::string& text, PathPieces& out);
 
 // A whole decimal number: an optional minus and digits, nothing else.
 bool ParseInt(std::string_view s, long long& out);

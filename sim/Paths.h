@@ -10,6 +10,7 @@
 
 #include "forms/Controls.h"
 #include "sim/Runtime.h"
+#include "sim/Sandbox.h"
 #include "sim/Values.h"
 
 namespace scenario {
@@ -36,18 +37,5 @@ bool ResolvePath(const std::string& text, Path& out, std::string& error);
 // Resolves the name of a control of the main form for the focus:
 // "txtCell(5)", "picFrame(2)", "chkSkin"; "none" or "" for no control.
 bool ResolveControl(const std::string& text, ControlRef& out, std::string& error);
-
-// Every path the language knows, each control array at its lowest index and
-// each table with a sample argument; for the documentation and the tests.
-std::vector<std::string> ListPaths();
-
-// A file path of a scenario: relative to the sandbox, written with "/",
-// never leaving it. False with a reason when it is not one.
-bool CheckSandboxPath(const std::string& path, std::string& error);
-
-// The sandbox folder's own path shown as "<sandbox>" in values read, and
-// "<sandbox>" in texts given by a scenario turned into that path.
-std::string ShowSandbox(const std::string& text, const std::string& sandbox);
-std::string ExpandSandbox(const std::string& text, const std::string& sandbox);
 
 }  // namespace scenario

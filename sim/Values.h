@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace scenario {
 
@@ -17,6 +18,26 @@ struct Value {
     float f = 0;
     std::string s;
 };
+
+// A plain field's value and back, and the kind of value a field's type reads as.
+inline Value ToValue(bool b) { return Value{b, 0, 0, {}}; }
+inline Value ToValue(float f) { return Value{false, 0, f, {}}; }
+inline Value ToValue(std::string s) { return Value{false, 0, 0, std::move(s)}; }
+template <class T>
+requires std::is_integral_v<T> Value ToValue(T i) { return Value{false, static_cast<long long>(i), 0, {}}; }
+inline void FromValue(const Value& v, bool& out) { out = v.b; }
+inline void FromValue(const Value& v, float& out) { out = v.f; }
+inline void FromValue(const Value& v, std::string& out) { out = v.s; }
+template <class T>
+requires std::is_integral_v<T>
+void FromValue(const Value& v, T& out) { out = static_cast<T>(v.i); }
+template <class T>
+constexpr ValueKind KindOf() {
+    if constexpr (std::is_same_v<T, bool>) return ValueKind::Bool;
+    if constexpr (std::is_same_v<T, float>) return ValueKind::Float;
+    if constexpr (std::is_same_v<T, std::string>) return ValueKind::Text;
+    return ValueKind::Int;
+}
 
 // Text with carriage return, line feed, tab and backslash shown as \r \n \t \\.
 std::string EscapeText(std::string_view text);
