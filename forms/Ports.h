@@ -264,16 +264,16 @@ struct Ports {
     IWindow* window = nullptr;
     IPrinter* printer = nullptr;
     // The program's own folder (Music/, the version file); and the command line.
-    std::string programDir;
-    std::string commandLine;
+    std::string programDir{};
+    std::string commandLine{};
     // Where the dialogs keep their profile file.
-    std::string profileDir;
+    std::string profileDir{};
     // Where the file dialogs start before they remember a folder; the
     // program's folder when empty.
-    std::string documentsDir;
+    std::string documentsDir{};
     // A folder the program may write scratch files to (the downloaded
     // version file); the program's folder when empty.
-    std::string scratchDir;
+    std::string scratchDir{};
     // The address of the version file; the configured one when empty.
-    std::string versionUrl;
+    std::string versionUrl{};
 };

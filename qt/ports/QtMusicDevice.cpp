@@ -2,8 +2,11 @@
 #include "qt/ports/QtMusicDevice.h"
 
 #include <QAudio>
+#include <QAudioDevice>
 #include <QAudioOutput>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QMediaDevices>
 #include <QMediaPlayer>
 #include <QString>
 #include <QUrl>
@@ -21,6 +24,31 @@ struct QtMusicDevice::Device {
     bool haltedAtMark = false;  // a partial play reached stopAt
     long pendingFrom = -1;      // a start position asked for before the media was loaded
     qint64 reached = 0;         // the furthest place reported since the last play
+    // Where nothing can be heard (no audio device, or the volume at 0) the
+    // song is not decoded: its time runs on a clock from `clockFrom`, so the
+    // song still ends when it would have.
+    bool noDevice = false;
+    int volume = 1000;
+    bool clockRunning = false;
+    long clockFrom = 0;
+    QElapsedTimer clock;
+
+    bool Silent() const { return noDevice || volume == 0; }
+    // The place on the clock, halted at a partial play's mark.
+    long ClockPosition() const {
+        long at = clockFrom + (clockRunning ? long(clock.elapsed()) : 0);
+        if (stopAt >= 0) at = std::min(at, stopAt);
+        return at;
+    }
+    void StartClock(long from) {
+        clockFrom = from;
+        clockRunning = true;
+        clock.start();
+    }
+    void StopClock() {
+        clockFrom = ClockPosition();
+        clockRunning = false;
+    }
 
     bool Loaded() const {
         switch (player->mediaStatus()) {
@@ -60,6 +88,7 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path) {
 
     auto dev = std::make_unique<Device>();
     dev->alias = alias;
+    dev->noDevice = QMediaDevices::audioOutputs().isEmpty();
     dev->output = std::make_unique<QAudioOutput>();
     dev->player = std::make_unique<QMediaPlayer>();
     dev->player->setAudioOutput(dev->output.get());
@@ -117,6 +146,11 @@ int QtMusicDevice::Play(const std::string& alias, long from, long to) {
     if (length >= 0 && from == length) {
         d->ended = true;  // nothing left to play
         d->player->pause();
+        d->StopClock();
+        return Success;
+    }
+    if (d->Silent()) {
+        d->StartClock(from);
         return Success;
     }
     if (d->Loaded()) {
@@ -133,6 +167,7 @@ int QtMusicDevice::Stop(const std::string& alias) {
     Device* d = Find(alias);
     if (!d) return DeviceNotOpen;
     if (d->player->playbackState() == QMediaPlayer::PlayingState) d->player->pause();
+    if (d->clockRunning) d->StopClock();
     return Success;
 }
 
@@ -154,6 +189,11 @@ long QtMusicDevice::Position(const std::string& alias) {
     if (length < 0) return -1;
     Device* d = Find(alias);
     if (d->ended) return length;  // the player stops a few milliseconds short of its own length
+    if (d->Silent() || d->clockRunning) {
+        const long at = std::min(d->ClockPosition(), length);
+        if (at >= length) d->ended = true;
+        return at;
+    }
     if (d->haltedAtMark) return d->stopAt;
     return long(std::clamp<qint64>(d->player->position(), 0, length));
 }
@@ -164,6 +204,24 @@ int QtMusicDevice::SetVolume(const std::string& alias, const std::string& side, 
     if (volume < 0 || volume > 1000) return OutOfRange;
     (void)side;  // no balance in Qt: every side sets the whole volume
     d->output->setVolume(OutputVolumeFor(volume));
+    const bool wasSilent = d->Silent();
+    d->volume = volume;
+    if (wasSilent == d->Silent() || d->ended) return Success;
+    if (d->Silent() && d->player->playbackState() == QMediaPlayer::PlayingState) {
+        // Falling silent: the clock takes over from where the song is.
+        d->StartClock(long(d->player->position()));
+        d->player->pause();
+    } else if (!d->Silent() && d->clockRunning) {
+        // Heard again: the song goes on from the clock's place.
+        const long at = d->ClockPosition();
+        d->clockRunning = false;
+        d->reached = at;
+        if (d->Loaded())
+            d->player->setPosition(at);
+        else
+            d->pendingFrom = at;
+        d->player->play();
+    }
     return Success;
 }
 

@@ -44,6 +44,26 @@ void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColo
     p.restore();
 }
 
+// A digest of a control's properties, one overload per kind of control.
+#define TESSUMA_MIX(Type, name, init, kind, lo, hi) h = h * 1000003u ^ std::hash<Type>{}(c.name);
+#define TESSUMA_DIGEST(Kind, PROPS)                      \
+    [[maybe_unused]] std::size_t Digest(const Kind& c) { \
+        std::size_t h = 0;                               \
+        PROPS(TESSUMA_MIX)                               \
+        return h;                                        \
+    }
+CONTROL_KINDS(TESSUMA_DIGEST)
+#undef TESSUMA_DIGEST
+#undef TESSUMA_MIX
+
+// A drawn control's rectangle on the form and digest; timers and menu items
+// are not drawn.
+template <class C>
+void AddDrawn(std::vector<std::pair<QRect, std::size_t>>& out, const C& c) {
+    if constexpr (requires { c.Width; })
+        out.emplace_back(QRect(static_cast<int>(c.Left), c.Top, c.Width, c.Height), Digest(c));
+}
+
 }  // namespace
 
 // Above every child of the view; shaped to the ring's and the mark picker's
@@ -63,13 +83,18 @@ public:
             if (r.Visible) shape += R(r);
         for (const PictureBox& m : f.picMark)
             if (m.Visible) shape += R(m).adjusted(-1, -1, 0, 0);
+        std::size_t digest = 0;
+        for (const PictureBox& r : f.picRing) digest = digest * 31u ^ Digest(r);
+        for (const PictureBox& m : f.picMark) digest = digest * 31u ^ Digest(m);
+        if (shape == shape_ && digest == digest_) return;  // nothing new to draw
+        shape_ = shape;
+        digest_ = digest;
         if (shape.isEmpty()) {
             hide();
             return;
         }
         setMask(shape);
         show();
-        raise();
         update();
     }
 
@@ -87,6 +112,8 @@ protected:
 
 private:
     FormView* view_;
+    QRegion shape_;
+    std::size_t digest_ = 0;
 };
 
 FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program_(program) {
@@ -199,10 +226,8 @@ void FormView::Refresh() {
     CommandButton ok = f.cmdOK;
     ok.Visible = ok.Visible && f.picHelpNav.Visible;
     SyncButton(ok_, ok, QPoint(f.picHelpNav.Left, f.picHelpNav.Top));
-    // Overlapping pairs: the one on top is raised last.
-    restore_->raise();
-    hideOpt_->raise();
-    for (int i : {0, 1}) side_[static_cast<std::size_t>(i)]->raise();
+    // Overlapping pairs (restore over maximise, hide over show options, side
+    // buttons 0 and 1 over 7 and 8) are stacked by the order they were made in.
     float_->Follow(f);
 
     if (f.tmrClock.Enabled && !clock_.isActive()) clock_.start();
@@ -213,9 +238,40 @@ void FormView::Refresh() {
     if (f.DragActive && !glide_.isActive()) glide_.start();
     if (!f.DragActive && glide_.isActive()) glide_.stop();
 
-    caretOn_ = true;
-    update();
+    // The caret blinks in a cell that takes typing, and only there.
+    const ControlRef focus = f.FocusedControl();
+    const bool blink = focus.name == "txtCell" && !f.txtCell[static_cast<std::size_t>(focus.index)].Locked;
+    if (blink && !caret_.isActive()) caret_.start();
+    if (!blink && caret_.isActive()) caret_.stop();
+
+    Drawn now = TakeDrawn();
+    if (now.whole != drawn_.whole || now.controls.size() != drawn_.controls.size()) {
+        caretOn_ = true;
+        update();
+    } else {
+        QRegion dirty;
+        for (std::size_t i = 0; i < now.controls.size(); ++i) {
+            if (now.controls[i].second == drawn_.controls[i].second) continue;
+            // A caption may reach a few pixels past its label.
+            dirty += drawn_.controls[i].first.adjusted(-6, -6, 6, 6);
+            dirty += now.controls[i].first.adjusted(-6, -6, 6, 6);
+        }
+        if (!dirty.isEmpty()) update(dirty);
+    }
+    drawn_ = std::move(now);
     emit ModelChanged();
+}
+
+FormView::Drawn FormView::TakeDrawn() const {
+    const frmTessuma& f = Form();
+    Drawn d;
+    d.controls.reserve(400);
+#define CONTROL(Type, name) AddDrawn(d.controls, f.name);
+#define CONTROLS(Type, name, size, lo, hi) \
+    for (const auto& c : f.name) AddDrawn(d.controls, c);
+#include "forms/frmTessuma.def"
+    d.whole = std::hash<int>{}(f.Picture) ^ std::hash<std::string>{}(f.FocusedControl().ToString()) * 31u;
+    return d;
 }
 
 // --------------------------------------------------------------------------

@@ -4,9 +4,12 @@
 // rule lives here: after every event the view refreshes from the model.
 
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 #include <QWidget>
 #include <array>
+#include <cstddef>
+#include <vector>
 
 class QPainter;
 
@@ -98,6 +101,17 @@ private:
     HoverCommand *showOpt_ = nullptr, *hideOpt_ = nullptr, *ok_ = nullptr;
     QTimer clock_, song_, caret_, glide_;
     bool caretOn_ = true;
+
+    // What the painter reads of the form, as it was last drawn: the place
+    // and a digest of every drawn control, and a digest of what the whole
+    // form depends on (background, focus). A refresh repaints only the
+    // controls whose digest changed; one that changed nothing draws nothing.
+    struct Drawn {
+        std::vector<std::pair<QRect, std::size_t>> controls;
+        std::size_t whole = 0;
+    };
+    Drawn TakeDrawn() const;
+    Drawn drawn_;
     Hit pressed_;
     Qt::MouseButton pressedButton_ = Qt::NoButton;
 };

@@ -85,6 +85,26 @@ def start_sound():
         report("start sound heard after (s of recording)", round(heard, 2))
 
 
+def song_heard():
+    """With a sound device the song is decoded and heard; turned down to
+    nothing it stops being decoded, and turned up again it is heard again."""
+    with World("song") as w:
+        w.start_x()
+        w.start_pulse()
+        w.settings("[Options]\nSounds=0\nVolume=75\n")
+        rec = w.record()
+        w.start_game()
+        heard = rec.wait_sound(0, 10, "the song")
+        report("song heard after (s of recording)", round(heard, 2))
+        for _ in range(16):
+            w.key("alt+minus")  # the volume thumb down to 0
+        rec.wait_quiet(10)
+        for _ in range(10):
+            w.key("alt+plus")
+        mark = rec.seconds()
+        rec.wait_sound(mark, 10, "the song again")
+
+
 def window_live():
     """With no input at all the clock of a game opened from the command line
     runs, and the first click on maximise fills the screen."""
@@ -433,7 +453,7 @@ def close_during_update():
         web.close()
 
 
-CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, window_live, ring_over_buttons,
+CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, song_heard, window_live, ring_over_buttons,
                                     no_caret_on_given, message_box_tool_window, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update)}

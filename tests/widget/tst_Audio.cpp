@@ -46,6 +46,7 @@ private slots:
     void playStopAndClose();
     void positionReachesLengthAtTheEnd();
     void partialPlayHaltsAtItsMark();
+    void silentSongKeepsItsTime();
     void volumeRangeAndSides();
     void oneDeviceAtATime();
     void damagedSongFailsQuietly();
@@ -250,6 +251,28 @@ void tst_Audio::partialPlayHaltsAtItsMark() {
     QTRY_COMPARE_WITH_TIMEOUT(music.Position(kAlias), 1400L, 10000);
     QTest::qWait(300);
     QCOMPARE(music.Position(kAlias), 1400L);
+}
+
+// With nothing to hear (the volume at 0, or no audio device) the song is not
+// decoded, but its time goes on: it still ends when it would have, and is
+// heard again from where it got to.
+void tst_Audio::silentSongKeepsItsTime() {
+    QtMusicDevice music;
+    QCOMPARE(music.Open(kAlias, SongPath(2).toStdString()), 0);
+    QCOMPARE(music.SetVolume(kAlias, "all", 0), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Length(kAlias) > 0, 10000);
+    const long length = music.Length(kAlias);
+    QCOMPARE(music.Play(kAlias, length - 300, -1), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(music.Position(kAlias), length, 10000);
+
+    QCOMPARE(music.Play(kAlias, 1000, -1), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(music.Position(kAlias) > 1100, 10000);
+    QCOMPARE(music.Stop(kAlias), 0);
+    const long stoppedAt = music.Position(kAlias);
+    QCOMPARE(music.Play(kAlias, stoppedAt, -1), 0);
+    QCOMPARE(music.SetVolume(kAlias, "all", 500), 0);  // heard again: on from there
+    QTRY_VERIFY_WITH_TIMEOUT(music.Position(kAlias) > stoppedAt + 100, 10000);
+    QVERIFY(music.Position(kAlias) < length);
 }
 
 void tst_Audio::volumeRangeAndSides() {

@@ -19,6 +19,19 @@ QPoint CellCentre(const frmTessuma& f, int cell) {
     return QPoint(c.Left + c.Width / 2, c.Top + c.Height / 2);
 }
 
+// Notes the region of every paint of the widget it watches.
+class PaintSpy : public QObject {
+public:
+    explicit PaintSpy(std::function<void(const QRegion&)> seen) : seen_(std::move(seen)) {}
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == QEvent::Paint) seen_(static_cast<QPaintEvent*>(e)->region());
+        return false;
+    }
+
+private:
+    std::function<void(const QRegion&)> seen_;
+};
+
 }  // namespace
 
 class tst_FormView : public QObject {
@@ -134,6 +147,34 @@ private slots:
         QCoreApplication::sendEvent(view.get(), &move);
         QTest::mouseRelease(view.get(), Qt::LeftButton, Qt::NoModifier, thumb - QPoint(30, 0));
         QCOMPARE(Form().imgVolume.Left, 45.0f);
+    }
+
+    // A game left alone costs no drawing: a refresh that changes nothing
+    // paints nothing, and a tick of the clock paints the clock and the score
+    // only.
+    void idleTicksDrawOnlyWhatChanged() {
+        Deal();
+        QRegion painted;
+        int paints = 0;
+        PaintSpy spy([&](const QRegion& r) {
+            painted += r;
+            ++paints;
+        });
+        view->installEventFilter(&spy);
+        QCoreApplication::processEvents();
+        paints = 0;
+        painted = {};
+        view->Refresh();
+        QCoreApplication::processEvents();
+        QCOMPARE(paints, 0);
+
+        Form().tmrClock_Timer();
+        view->AfterModel();
+        QVERIFY(QTest::qWaitFor([&] { return paints > 0; }));
+        auto rect = [](const Label& l) { return QRect(l.Left, l.Top, l.Width, l.Height).adjusted(-8, -8, 8, 8); };
+        QVERIFY2((painted - (QRegion(rect(Form().lblTimer)) + rect(Form().lblScore))).isEmpty(),
+                 "a tick repainted more than the clock and the score");
+        view->removeEventFilter(&spy);
     }
 };
 
