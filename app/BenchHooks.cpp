@@ -1,4 +1,4 @@
-// The measuring hooks of the benchmarked twin: first frame, deal, memory.
+// The measuring hook of the benchmarked twin: deal to painted board.
 #include "BenchHooks.h"
 
 #include <QApplication>
@@ -10,7 +10,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "forms/frmTessuma.h"
 #include "qt/view/FormView.h"
@@ -22,21 +21,6 @@ long long MonotonicNs() {
     timespec ts{};
     clock_gettime(CLOCK_MONOTONIC, &ts);
     return static_cast<long long>(ts.tv_sec) * 1000000000LL + ts.tv_nsec;
-}
-
-// VmRSS and VmHWM of this process, in kB.
-void PrintMemory(const char* when) {
-    long rss = -1, hwm = -1;
-    if (FILE* f = std::fopen("/proc/self/status", "r")) {
-        char line[256];
-        while (std::fgets(line, sizeof line, f)) {
-            if (std::strncmp(line, "VmRSS:", 6) == 0) rss = std::atol(line + 6);
-            if (std::strncmp(line, "VmHWM:", 6) == 0) hwm = std::atol(line + 6);
-        }
-        std::fclose(f);
-    }
-    std::printf("tessuma-bench: %s rss-kb %ld hwm-kb %ld\n", when, rss, hwm);
-    std::fflush(stdout);
 }
 
 TessumaWindow* MainWindow() {
@@ -70,15 +54,11 @@ private:
         const long long now = MonotonicNs();
         pending_ = false;
         if (stage_ == Stage::Starting) {
-            std::printf("tessuma-bench: first-frame-ns %lld\n", now);
-            PrintMemory("start");
-            if (level_ < 0) return Quit();
             stage_ = Stage::Waiting;
             // The player takes a moment before choosing a level.
             QTimer::singleShot(300, this, [this] { Deal(); });
         } else if (stage_ == Stage::Dealt) {
             std::printf("tessuma-bench: deal-ns %lld\n", now - dealt_);
-            PrintMemory("deal");
             Quit();
         }
     }
@@ -111,13 +91,10 @@ private:
 namespace benchhooks {
 
 void Install() {
-    const char* on = std::getenv("TESSUMA_BENCH_FIRST_FRAME");
-    if (!on || std::strcmp(on, "1") != 0 || !qApp) return;
-    int level = -1;
-    if (const char* deal = std::getenv("TESSUMA_BENCH_DEAL"); deal && *deal) {
-        level = std::atoi(deal);
-        if (level < 0 || level > 3) level = 0;
-    }
+    const char* deal = std::getenv("TESSUMA_BENCH_DEAL");
+    if (!deal || !*deal || !qApp) return;
+    int level = std::atoi(deal);
+    if (level < 0 || level > 3) level = 0;
     qApp->installEventFilter(new Hook(level));
 }
 

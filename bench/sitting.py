@@ -14,6 +14,8 @@ meets it) and, per round and in turn, every subject:
   songs-off     the same with the volume at 0 (nothing is heard)
   no-device     the same with no sound server at all
   gnome-sudoku  GNOME Sudoku, as Debian ships it
+  deal          the game's measured twin (tessuma-measured) dealing a puzzle
+                of each level as the level menu does: choice to painted board
 
 Each start gets a fresh home folder and its own session bus. Figures per
 start: exec to the first pixels of the window on screen (X Damage), resident
@@ -38,7 +40,8 @@ sys.path.insert(0, os.path.join(SRC, "tests", "real"))
 import rw  # noqa: E402  (the real-world tier's session helpers)
 
 BUILD = os.environ.get("BENCH_BUILD", os.path.join(SRC, "build-bench"))
-SUBJECTS = ["floor", "song", "songs-off", "no-device", "gnome-sudoku"]
+SUBJECTS = ["floor", "song", "songs-off", "no-device", "gnome-sudoku", "deal"]
+LEVELS = range(4)
 
 
 def sh(*argv, **kw):
@@ -54,7 +57,8 @@ def prepare(install):
            "-DTESSUMA_BUILD_TESTS=OFF", stdout=subprocess.DEVNULL)
     else:  # find the X Damage headers installed since the last configure
         sh("cmake", BUILD, stdout=subprocess.DEVNULL)
-    sh("cmake", "--build", BUILD, "-j", "2", "--target", "tessuma", "bench_floor", "bench_firstframe",
+    sh("cmake", "--build", BUILD, "-j", "2", "--target", "tessuma", "tessuma-measured", "bench_floor",
+       "bench_firstframe",
        stdout=subprocess.DEVNULL)
 
 
@@ -118,15 +122,33 @@ class Bench:
             f.write("".join(line + "\r\n" for line in lines).encode("latin-1"))
         return [os.path.join(BUILD, "tessuma"), game]
 
-    def one(self, subject):
+    def home(self):
         home = tempfile.mkdtemp(prefix="sitting-", dir=self.world.dir)
-        env = dict(self.world.env, HOME=home, XDG_CONFIG_HOME=os.path.join(home, ".config"),
-                   XDG_CACHE_HOME=os.path.join(home, ".cache"), XDG_DATA_HOME=os.path.join(home, ".local/share"),
-                   XDG_DOCUMENTS_DIR=home)
+        return home, dict(self.world.env, HOME=home, XDG_CONFIG_HOME=os.path.join(home, ".config"),
+                          XDG_CACHE_HOME=os.path.join(home, ".cache"), XDG_DATA_HOME=os.path.join(home, ".local/share"),
+                          XDG_DOCUMENTS_DIR=home, PULSE_SERVER="unix:/nonexistent")
+
+    def deal(self):
+        """Choice to painted board (ms) for each level, reported by the game."""
+        figures = {}
+        for level in LEVELS:
+            home, env = self.home()
+            env["TESSUMA_BENCH_DEAL"] = str(level)
+            try:
+                out = subprocess.run([os.path.join(BUILD, "tessuma-measured")], env=env, capture_output=True,
+                                     text=True, timeout=60).stdout
+            finally:
+                shutil.rmtree(home, ignore_errors=True)
+            ns = [int(line.split()[-1]) for line in out.splitlines() if line.startswith("tessuma-bench: deal-ns")]
+            figures[f"deal_{level}_ms"] = ns[0] / 1e6 if ns else float("nan")
+        return figures
+
+    def one(self, subject):
+        if subject == "deal":
+            return self.deal()
+        home, env = self.home()
         if subject in ("song", "songs-off"):
             env["PULSE_SERVER"] = self.world.env["PULSE_SERVER"]
-        else:
-            env["PULSE_SERVER"] = "unix:/nonexistent"
         bus = subprocess.run(["dbus-daemon", "--session", "--fork", "--print-address=1", "--print-pid=1"],
                              env=env, capture_output=True, text=True, check=True).stdout.split()
         env["DBUS_SESSION_BUS_ADDRESS"], bus_pid = bus[0], int(bus[1])
@@ -158,7 +180,7 @@ def table(results):
     floor = med.get("floor")
     rows = [("exec to first frame (ms)", "first_frame_ms", "%.0f"), ("RSS 3 s after the deal (MB)", "rss_mb", "%.1f"),
             ("idle CPU, % of one core", "cpu_pct", "%.2f"), ("idle wake-ups per second", "wakeups_per_s", "%.1f")]
-    cols = [s for s in SUBJECTS if s in med]
+    cols = [s for s in SUBJECTS if s in med and s != "deal"]
     print()
     print(f"Whole program, {len(next(iter(results.values())))} rounds, medians; "
           f"{os.cpu_count()} cores, load {open('/proc/loadavg').read().split()[0]}")
@@ -175,6 +197,10 @@ def table(results):
                 v += " (+%.1f)" % (med[s][key] - floor[key])
             cells.append(v)
         print(f"| {title} | " + " | ".join(cells) + " |")
+    if "deal" in med:
+        print()
+        print("Deal to painted board (ms), levels 0..3: " +
+              ", ".join("%.1f" % med["deal"][f"deal_{level}_ms"] for level in LEVELS) + " (aim < 16)")
     print()
     print("Aims: first frame <= 1.6× the floor; RSS <= floor + 20 MB with a song, + 10 MB without; idle with a")
     print("song <= 50 wake-ups/s and 0.5 %, songs off or no device <= 8 wake-ups/s and 0.1 %.")
