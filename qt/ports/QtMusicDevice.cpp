@@ -75,6 +75,7 @@ QtMusicDevice::~QtMusicDevice() = default;
 
 QtMusicDevice::Device* QtMusicDevice::Find(const std::string& alias) const {
     if (!dev_ || alias.empty()) return nullptr;
+    if (alias == dev_->alias) return dev_.get();  // the usual case, asked four times a second
     if (QString::fromStdString(alias).compare(QString::fromStdString(dev_->alias), Qt::CaseInsensitive) != 0)
         return nullptr;
     return dev_.get();

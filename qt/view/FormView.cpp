@@ -167,8 +167,13 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
         AfterModel();
     });
     caret_.setInterval(530);
+    sinceInput_.start();
     connect(&caret_, &QTimer::timeout, this, [this] {
         caretOn_ = !caretOn_;
+        if (sinceInput_.elapsed() >= kCaretRestMs) {
+            caretOn_ = true;
+            caret_.stop();
+        }
         const ControlRef f = Form().FocusedControl();
         if (f.name == "txtCell") update(R(Form().txtCell[static_cast<std::size_t>(f.index)]));
     });
@@ -240,7 +245,8 @@ void FormView::Refresh() {
 
     // The caret blinks in a cell that takes typing, and only there.
     const ControlRef focus = f.FocusedControl();
-    const bool blink = focus.name == "txtCell" && !f.txtCell[static_cast<std::size_t>(focus.index)].Locked;
+    const bool blink = focus.name == "txtCell" && !f.txtCell[static_cast<std::size_t>(focus.index)].Locked &&
+                       sinceInput_.elapsed() < kCaretRestMs;
     if (blink && !caret_.isActive()) caret_.start();
     if (!blink && caret_.isActive()) caret_.stop();
 
@@ -277,14 +283,16 @@ FormView::Drawn FormView::TakeDrawn() const {
 // --------------------------------------------------------------------------
 // Painting.
 
-void FormView::paintEvent(QPaintEvent*) {
+void FormView::paintEvent(QPaintEvent* e) {
     if (!program_.MainForm) return;
     QPainter p(this);
-    PaintForm(p);
+    PaintForm(p, e->rect());
 }
 
-void FormView::PaintForm(QPainter& p) {
+void FormView::PaintForm(QPainter& p, const QRect& exposed) {
     if (!program_.MainForm) return;
+    // A clock tick exposes the clock alone: the rest is not laid out again.
+    exposed_ = exposed.isNull() ? QRect(0, 0, 640, 480) : exposed;
     p.setRenderHint(QPainter::Antialiasing);
     p.setRenderHint(QPainter::TextAntialiasing);
     p.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -346,19 +354,19 @@ static QRectF LetterRect(const Label& l, std::size_t option, int letter) {
 
 void FormView::PaintPanel(QPainter& p) {
     frmTessuma& f = Form();
-    if (f.lblScore.Visible)
+    if (f.lblScore.Visible && Exposed(R(f.lblScore)))
         Text(p, R(f.lblScore), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblScore.ForeColor),
              Q(f.lblScore.Caption));
-    if (f.lblDifficulty.Visible)
+    if (f.lblDifficulty.Visible && Exposed(R(f.lblDifficulty)))
         Text(p, R(f.lblDifficulty), Qt::AlignRight, look::Japan(12), look::Bgr(f.lblDifficulty.ForeColor),
              Q(f.lblDifficulty.Caption));
-    if (f.lblTimer.Visible)
+    if (f.lblTimer.Visible && Exposed(R(f.lblTimer)))
         Text(p, R(f.lblTimer), Qt::AlignRight, look::AmerType(15.75), look::Bgr(f.lblTimer.ForeColor),
              Q(f.lblTimer.Caption));
 
     for (std::size_t i = 1; i <= 10; ++i) {
         const Label& l = f.lblOption[i];
-        if (!l.Visible) continue;
+        if (!l.Visible || !Exposed(R(l))) continue;
         int align = 0;
         const QFont font = OptionFont(i, align);
         if (i == 10) {
@@ -382,7 +390,7 @@ void FormView::PaintPanel(QPainter& p) {
         // "pause" and "resume" both answer to Alt+E: the underline goes under
         // the last "e" of whichever word the label shows.
         const int at = access[i].option == 8 ? static_cast<int>(word.Caption.rfind('e')) : access[i].letter;
-        if (!u.Visible || at < 0 || at >= static_cast<int>(word.Caption.size())) continue;
+        if (!u.Visible || at < 0 || at >= static_cast<int>(word.Caption.size()) || !Exposed(R(word))) continue;
         const QRectF letter = LetterRect(word, access[i].option, at);
         if (letter.isEmpty()) continue;
         p.setPen(QPen(look::Bgr(u.ForeColor), 2.0, Qt::SolidLine, Qt::RoundCap));
@@ -391,7 +399,7 @@ void FormView::PaintPanel(QPainter& p) {
     }
 
     for (const CheckBox* c : {&f.chkClickring, &f.chkSkin, &f.chkSounds}) {
-        if (!c->Visible) continue;
+        if (!c->Visible || !Exposed(R(*c))) continue;
         const QRectF box = QRectF(c->Left + 0.5, c->Top + 3.5, 13, 13);
         p.setPen(QPen(look::Bgr(0xB55E0B), 1.2));
         p.setBrush(look::Bgr(c->BackColor));
@@ -437,6 +445,7 @@ void FormView::PaintBoard(QPainter& p) {
     for (std::size_t i = 0; i < 81; ++i) {
         const TextField& c = f.txtCell[i];
         const QRect cell = R(c);
+        if (!Exposed(cell)) continue;
         if (c.Visible) {
             // Only a cell the player can type into shows the edit highlight,
             // and never on paper.
@@ -637,6 +646,7 @@ void FormView::mousePressEvent(QMouseEvent* e) {
     const QPoint pt = e->position().toPoint();
     const float x = static_cast<float>(e->position().x()), y = static_cast<float>(e->position().y());
     const int button = input::ButtonCode(e->button()), shift = input::ShiftCode(e->modifiers());
+    WakeCaret();
     pressed_ = HitTest(pt);
     pressedButton_ = e->button();
     switch (pressed_.kind) {
@@ -786,6 +796,7 @@ bool FormView::focusNextPrevChild(bool) {
 
 void FormView::keyPressEvent(QKeyEvent* e) {
     if (!program_.MainForm) return;
+    WakeCaret();
     if (!Form().KeyPress(input::VirtualKey(e), input::ShiftCode(e->modifiers()), input::TypedText(e))) {
         QWidget::keyPressEvent(e);
         return;

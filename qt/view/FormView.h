@@ -3,6 +3,7 @@
 // fields and forwards the player's input to the model's handlers. No game
 // rule lives here: after every event the view refreshes from the model.
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QRect>
 #include <QTimer>
@@ -63,8 +64,9 @@ public:
     Hit HitTest(const QPoint& pt) const;
 
     // Draws the form as it stands, without its buttons, in form pixels: the
-    // window's picture and the printed page both come from here.
-    void PaintForm(QPainter& p);
+    // window's picture and the printed page both come from here. Only what
+    // meets `exposed` is drawn; a null rectangle means the whole form.
+    void PaintForm(QPainter& p, const QRect& exposed = QRect());
 
 signals:
     // The window's place or mode may have changed, or the program ended.
@@ -101,6 +103,17 @@ private:
     HoverCommand *showOpt_ = nullptr, *hideOpt_ = nullptr, *ok_ = nullptr;
     QTimer clock_, song_, caret_, glide_;
     bool caretOn_ = true;
+    // The caret rests, lit, once the player has left the keys and the mouse
+    // alone for a while: a game left open wakes nothing for it.
+    static constexpr int kCaretRestMs = 10000;
+    QElapsedTimer sinceInput_;
+    void WakeCaret() {
+        sinceInput_.restart();
+        caretOn_ = true;
+    }
+    // The part of the form the paint under way draws (form pixels).
+    QRect exposed_;
+    bool Exposed(const QRect& r) const { return r.adjusted(-6, -6, 6, 6).intersects(exposed_); }
 
     // What the painter reads of the form, as it was last drawn: the place
     // and a digest of every drawn control, and a digest of what the whole

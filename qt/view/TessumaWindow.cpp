@@ -24,7 +24,8 @@ TessumaWindow::TessumaWindow(Program& program) : program_(program) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-    setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
+    // Only what changed is drawn again: a clock tick repaints the clock.
+    setViewportUpdateMode(QGraphicsView::MinimalViewportUpdate);
     setBackgroundBrush(QColor(24, 38, 60));
     setAlignment(Qt::AlignCenter);
     auto* scene = new QGraphicsScene(this);
@@ -42,6 +43,8 @@ void TessumaWindow::EnsureView() {
     view_ = new FormView(program_);
     proxy_ = scene()->addWidget(view_);
     proxy_->setPos(0, 0);
+    // Hands the form the exposed part alone instead of its whole face.
+    proxy_->setFlag(QGraphicsItem::ItemUsesExtendedStyleOption);
     connect(view_, &FormView::ModelChanged, this, &TessumaWindow::FollowModel);
     view_->setFocus();
 }
