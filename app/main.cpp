@@ -10,13 +10,11 @@
 #include "forms/HeldAudio.h"
 #include "forms/modMain.h"
 #include "qt/ports/QtDialogHost.h"
-#include "qt/ports/QtDownloader.h"
+#include "qt/ports/Extras.h"
 #include "qt/ports/QtFiles.h"
 #include "qt/ports/QtInstallPaths.h"
-#include "qt/ports/QtMusicDevice.h"
 #include "qt/ports/QtPlatform.h"
 #include "qt/ports/QtSettingsStore.h"
-#include "qt/ports/QtSoundEffects.h"
 #include "qt/view/FirstFrame.h"
 #include "qt/view/FormView.h"
 #include "qt/view/Look.h"
@@ -30,15 +28,13 @@
 
 int main(int argc, char** argv) {
     // The resources live in a static library: bring them in by name.
-    Q_INIT_RESOURCE(art);
-    Q_INIT_RESOURCE(sounds);
+    Q_INIT_RESOURCE(art);  // the sounds are the extras module's
     QApplication::setApplicationName("Tessuma");
     QApplication::setOrganizationName("Tessuma");
     // No application display name: Qt would append it to every window
     // title, and the message box has none. The main window names itself.
     QApplication::setDesktopFileName("tessuma");
     QApplication app(argc, argv);
-    app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
     look::LoadFonts();
 #ifdef TESSUMA_BENCH_HOOKS
     benchhooks::Install();  // the measured twin of the game only
@@ -58,11 +54,18 @@ int main(int argc, char** argv) {
     QtMessageHost messages;
     QtPopupHost popups;
     QtDialogHost dialogs;
-    // The audio devices are made once the window is up (see below).
-    HeldSoundEffects sounds([] { return std::make_unique<QtSoundEffects>(); });
-    HeldMusicDevice music([] { return std::make_unique<QtMusicDevice>(); });
+    // The audio devices are made once the window is up (see below), by the
+    // extras module; without it the game plays on in silence.
+    HeldSoundEffects sounds([] {
+        const ExtrasApi* api = extras::Api();
+        return api ? api->makeSounds() : nullptr;
+    });
+    HeldMusicDevice music([] {
+        const ExtrasApi* api = extras::Api();
+        return api ? api->makeMusic() : nullptr;
+    });
     QtShell shell;
-    QtDownloader download;
+    extras::LazyDownloader download;
     QtFiles files;
 
     Ports ports{settings, random, clock,  display, display, instance, sysbox,   messages,
@@ -95,8 +98,10 @@ int main(int argc, char** argv) {
     display.onModeChanged = [&window](bool full) { window.SetFullScreenMode(full); };
 
     // Music and sounds wait for the first frame: bringing up the system's
-    // audio takes longer than drawing the window.
-    AfterFirstFrame(&window, [&sounds, &music] {
+    // audio takes longer than drawing the window. So does the icon, a
+    // drawing whose reader the first frame doesn't need.
+    AfterFirstFrame(&window, [&app, &sounds, &music] {
+        app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
         sounds.Release();
         music.Release();
     });

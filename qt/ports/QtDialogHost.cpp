@@ -6,9 +6,8 @@
 #include <QFileInfo>
 #include <QFontDialog>
 #include <QMessageBox>
-#include <QPageSetupDialog>
-#include <QPrintDialog>
-#include <QPrinter>
+
+#include "qt/ports/Extras.h"
 
 namespace {
 
@@ -97,34 +96,15 @@ std::optional<IDialogHost::FontChoice> QtDialogHost::ChooseFont() {
     return c;
 }
 
+// The page and print dialogs come with printing, in the extras module.
 bool QtDialogHost::PageSetupDialog(PageSetup& setup) {
-    QPrinter printer;
-    // Start from the margins given, in thousandths of an inch, and keep them
-    // at or above their lower limits.
-    QPageLayout start = printer.pageLayout();
-    start.setUnits(QPageLayout::Inch);
-    start.setMinimumMargins(
-        QMarginsF(setup.minLeft / 1000.0, setup.minTop / 1000.0, setup.minRight / 1000.0, setup.minBottom / 1000.0));
-    start.setMargins(QMarginsF(setup.left / 1000.0, setup.top / 1000.0, setup.right / 1000.0, setup.bottom / 1000.0));
-    printer.setPageLayout(start);
-    QPageSetupDialog dialog(&printer, owner_);
-    if (dialog.exec() != QDialog::Accepted) return false;
-    const QPageLayout layout = printer.pageLayout();
-    const QSizeF paper = layout.fullRect(QPageLayout::Inch).size();
-    const QMarginsF m = layout.margins(QPageLayout::Inch);
-    setup.paperWidth = static_cast<int>(paper.width() * 1000 + 0.5);
-    setup.paperHeight = static_cast<int>(paper.height() * 1000 + 0.5);
-    setup.left = static_cast<int>(m.left() * 1000 + 0.5);
-    setup.right = static_cast<int>(m.right() * 1000 + 0.5);
-    setup.top = static_cast<int>(m.top() * 1000 + 0.5);
-    setup.bottom = static_cast<int>(m.bottom() * 1000 + 0.5);
-    return true;
+    const ExtrasApi* api = extras::Api();
+    return api && api->pageSetupDialog(owner_, setup);
 }
 
 bool QtDialogHost::PrintDialog() {
-    QPrinter printer;
-    QPrintDialog dialog(&printer, owner_);
-    return dialog.exec() == QDialog::Accepted;
+    const ExtrasApi* api = extras::Api();
+    return api && api->printDialog(owner_);
 }
 
 std::optional<std::string> QtDialogHost::BrowseForFolder(const std::string& title) {

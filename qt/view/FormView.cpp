@@ -10,11 +10,12 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QSvgRenderer>
 
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "qt/controls/HoverCommand.h"
+#include "qt/ports/Extras.h"
+#include "qt/view/FirstFrame.h"
 #include "qt/view/Look.h"
 #include "qt/view/MessageDialog.h"
 
@@ -142,6 +143,10 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
     hideOpt_ = MakeButton("hideoptions", kWhite);  // on top of show
     ok_ = MakeButton("ok", kCream);
     float_ = new FloatLayer(this);
+    AfterFirstFrame(this, [this] {
+        for (const auto& [b, face] : hoverFaces_) b->SetHovPicture(StdPicture(look::Button(face)));
+        hoverFaces_.clear();
+    });
     auto bind = [this](HoverCommand* b, void (frmTessuma::*handler)()) {
         connect(b, &HoverCommand::Click, this, [this, handler] {
             (Form().*handler)();
@@ -197,7 +202,8 @@ HoverCommand* FormView::MakeButton(const QString& face, std::uint32_t backColor)
     b->SetForeColor(kButtonFore);
     b->SetBackColor(backColor);
     b->SetPicture(StdPicture(look::Button(face)));
-    b->SetHovPicture(StdPicture(look::Button(face + "_hover")));
+    // No pointer hovers before the first frame: the hover faces are read after it.
+    hoverFaces_.emplace_back(b, face + "_hover");
     b->setCursor(look::Hand());
     return b;
 }
@@ -299,13 +305,14 @@ void FormView::PaintForm(QPainter& p, const QRect& exposed) {
     // The form's colour shows in the two-pixel strip the picture leaves.
     p.fillRect(rect(), Qt::white);
     const QPixmap& bg = look::Bitmap(Form().Picture);
-    QSvgRenderer* drawing = look::Drawing(Form().Picture);
     const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
-    if (onPaper && drawing)
-        drawing->render(&p, QRectF(0, 0, 638, 478));
-    else if (!bg.isNull())
+    // On paper the picture is drawn from the drawing it was made from, at
+    // the printer's resolution (printing has loaded the module that can).
+    const bool drawn = onPaper && extras::Loaded() &&
+                       extras::Api()->drawSvg(p, QString(":/bitmap/%1.svg").arg(Form().Picture), QRectF(0, 0, 638, 478));
+    if (!drawn && !bg.isNull())
         p.drawPixmap(QRect(0, 0, 638, 478), bg);
-    else
+    else if (!drawn)
         p.fillRect(QRect(0, 0, 638, 478), Qt::white);
     PaintPanel(p);
     PaintBoard(p);

@@ -10,6 +10,7 @@
 #include <QWidget>
 #include <array>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 class QPainter;
@@ -103,6 +104,8 @@ private:
     HoverCommand *showOpt_ = nullptr, *hideOpt_ = nullptr, *ok_ = nullptr;
     QTimer clock_, song_, caret_, glide_;
     bool caretOn_ = true;
+    // Buttons whose hover face is still to be read, with its name.
+    std::vector<std::pair<HoverCommand*, QString>> hoverFaces_;
     // The caret rests, lit, once the player has left the keys and the mouse
     // alone for a while: a game left open wakes nothing for it.
     static constexpr int kCaretRestMs = 10000;

@@ -3,7 +3,6 @@
 
 #include <QFile>
 #include <QFontMetricsF>
-#include <QSvgRenderer>
 
 #include <QCursor>
 #include <QDir>
@@ -77,21 +76,6 @@ const QPixmap& Pixmap(const QString& path) {
 }
 
 const QPixmap& Bitmap(int resource) { return Pixmap(QString(":/bitmap/%1.png").arg(resource)); }
-QSvgRenderer* Drawing(int resource) {
-    static QHash<int, QSvgRenderer*> cache;
-    auto it = cache.find(resource);
-    if (it == cache.end()) {
-        const QString path = QString(":/bitmap/%1.svg").arg(resource);
-        auto* r = QFile::exists(path) ? new QSvgRenderer(path) : nullptr;  // kept for the program's life
-        if (r && !r->isValid()) {
-            delete r;
-            r = nullptr;
-        }
-        it = cache.insert(resource, r);
-    }
-    return *it;
-}
-
 const QPixmap& Control(const QString& name) { return Pixmap(":/controls/" + name + ".png"); }
 const QPixmap& Button(const QString& name) { return Pixmap(":/buttons/" + name + ".png"); }
 

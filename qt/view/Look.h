@@ -10,7 +10,6 @@
 
 #include <cstdint>
 
-class QSvgRenderer;
 
 namespace look {
 
@@ -32,9 +31,6 @@ QColor Bgr(std::int32_t bgr);
 const QPixmap& Pixmap(const QString& path);
 const QPixmap& Bitmap(int resource);          // BITMAP 101, 175, 201...
 const QPixmap& Control(const QString& name);  // ":/controls/<name>.png"
-// The drawing a bitmap was made from (":/bitmap/102.svg"), for paper, where
-// it is drawn at the printer's resolution; nullptr when there is none.
-QSvgRenderer* Drawing(int resource);
 const QPixmap& Button(const QString& name);  // ":/buttons/<name>.png"
 
 // The font, made smaller step by step down to `smallest` times its size,

@@ -5,25 +5,16 @@
 // to a 96th of an inch, smaller only when the paper is smaller. The page is
 // made as a PDF and handed to the print system, which says whether the
 // queue took it. With no printer installed the PDF goes to the player's
-// documents folder instead.
-
-#include <QString>
+// documents folder instead. The printing itself is the extras module's.
 
 #include "forms/Ports.h"
 
-class QPageSize;
 class QWidget;
-class FormView;
 
 class QtPrinter : public IPrinter {
 public:
     explicit QtPrinter(QWidget& window) : window_(window) {}
     PrintResult PrintForm() override;
-    // Where a page goes when there is no printer.
-    static std::string PdfPath();
-    // Draws the form of `view` as one page into a PDF file on the given
-    // paper; false when the file could not be written.
-    static bool WritePage(FormView& view, const QString& path, const QPageSize& paper);
 
 private:
     QWidget& window_;

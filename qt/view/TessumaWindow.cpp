@@ -13,7 +13,7 @@
 #include "forms/frmTessuma.h"
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
-#include "qt/ports/QtDownloader.h"
+#include "qt/ports/Extras.h"
 #include "qt/view/FormView.h"
 #include "qt/view/UpdateDialog.h"
 
@@ -55,7 +55,7 @@ void TessumaWindow::FollowModel() {
         return;
     }
     frmTessuma& f = *program_.MainForm;
-    if (closePending_ && !QtDownloader::Active() && !QApplication::activeModalWidget()) {
+    if (closePending_ && !extras::DownloadActive() && !QApplication::activeModalWidget()) {
         closePending_ = false;
         f.cmdClose_Click();
         if (view_) view_->AfterModel();
@@ -196,7 +196,7 @@ void TessumaWindow::closeEvent(QCloseEvent* e) {
         return;
     }
     e->ignore();
-    if (QtDownloader::Active()) {
+    if (extras::DownloadActive()) {
         closePending_ = true;
         return;
     }

@@ -13,8 +13,8 @@
 #include <cmath>
 #include <memory>
 
-#include "qt/ports/QtMusicDevice.h"
-#include "qt/ports/QtSoundEffects.h"
+#include "qt/extras/QtMusicDevice.h"
+#include "qt/extras/QtSoundEffects.h"
 
 namespace {
 

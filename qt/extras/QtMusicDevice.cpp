@@ -1,5 +1,5 @@
 // The music device over QMediaPlayer, answering as the game's device commands expect.
-#include "qt/ports/QtMusicDevice.h"
+#include "qt/extras/QtMusicDevice.h"
 
 #include <QAudio>
 #include <QAudioDevice>

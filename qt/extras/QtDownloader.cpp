@@ -1,5 +1,5 @@
 // The update check's download, over QNetworkAccessManager, bounded in size and time.
-#include "qt/ports/QtDownloader.h"
+#include "qt/extras/QtDownloader.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,5 +1,5 @@
 // The sound effects over QSoundEffect.
-#include "qt/ports/QtSoundEffects.h"
+#include "qt/extras/QtSoundEffects.h"
 
 #include <QAudioDevice>
 #include <QFile>
