@@ -25,7 +25,7 @@ mkdir -p "$OUT"
 for level in 0 1 2 3; do "$BUILD/tessuma-cli" bank "$level"; done >"$OUT/banks.txt"
 MIN_TIME=2
 [ "$QUICK" = 1 ] && MIN_TIME=0.3
-TESSUMA_BENCH_PUZZLES="$OUT/banks.txt" "$BUILD/bench_solver" --benchmark_filter=BM_PuzzleSet \
+TESSUMA_BENCH_PUZZLES="$OUT/banks.txt" "$BUILD/bench_solver" --benchmark_filter='BM_PuzzleSet|BM_EmptyBoard|BM_ExhaustTwoFives' \
   --benchmark_min_time="$MIN_TIME" --benchmark_format=csv >"$OUT/solver.csv" 2>"$OUT/solver.err" \
   || { cat "$OUT/solver.err" >&2; exit 1; }
 
@@ -42,7 +42,10 @@ fmt() { awk -v v="$1" -v d="$2" 'BEGIN { if (v == "") print "-"; else printf "%.
 pps=$(counter "$OUT/solver.csv" "BM_PuzzleSet" puzzles_per_s)
 npuz=$(wc -l <"$OUT/banks.txt")
 allocs=$(counter "$OUT/solver.csv" "BM_PuzzleSet" allocs_per_solve)
-cps=$(counter "$OUT/solver.csv" "BM_PuzzleSet" calls_per_s)
+# The search's own rate, where the search does the work: filling an empty
+# board, and exhausting a board that has no solution.
+cps_empty=$(counter "$OUT/solver.csv" "BM_EmptyBoard" calls_per_s)
+cps_exhaust=$(counter "$OUT/solver.csv" "BM_ExhaustTwoFives" calls_per_s)
 
 echo
 echo "Tessuma Sudoku, measured $(date '+%Y-%m-%d %H:%M') on $(nproc) cores, load $(cut -d' ' -f1-3 /proc/loadavg)"
@@ -53,6 +56,6 @@ if [ -n "$pps" ]; then
   whole=$(awk -v n="$npuz" -v p="$pps" 'BEGIN { printf "%.0f", n / p * 1000 }')
   each=$(awk -v p="$pps" 'BEGIN { printf "%.1f", 1e6 / p }')
   printf '| %-44s | %-26s | %-10s |\n' "Solver, the $npuz bank puzzles (each / all)" "$each us / $whole ms" "-"
-  printf '| %-44s | %-26s | %-10s |\n' "SearchCell calls per second" "$(awk -v c="$cps" 'BEGIN { printf "%.1f M", c / 1e6 }')" ">= 5 M"
+  printf '| %-44s | %-26s | %-10s |\n' "SearchCell calls/s (empty board / exhaust)" "$(awk -v a="$cps_empty" -v b="$cps_exhaust" 'BEGIN { printf "%.1f M / %.1f M", a / 1e6, b / 1e6 }')" ">= 5 M"
   printf '| %-44s | %-26s | %-10s |\n' "Solver allocations per solve" "$(fmt "$allocs" 0)" "0"
 fi
