@@ -38,7 +38,8 @@ private:
         if (done_) return;
         done_ = true;
         qApp->removeEventFilter(this);
-        if (work_) work_();
+        // Work for a window that has gone meanwhile goes with it.
+        if (work_ && window_) work_();
         deleteLater();
     }
 

@@ -1,7 +1,8 @@
 #pragma once
 // Runs a piece of work once a window's first frame has been painted (or,
 // should it never be painted, after a while anyway): slow set-up that the
-// player need not wait for.
+// player need not wait for. Should the window be destroyed first, the work
+// is dropped.
 
 #include <functional>
 
