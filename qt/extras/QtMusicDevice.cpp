@@ -217,11 +217,13 @@ int QtMusicDevice::SetVolume(const std::string& alias, const std::string& side, 
         const long at = d->ClockPosition();
         d->clockRunning = false;
         d->reached = at;
+        // Playing first, then the seek: a seek into a paused pipeline can
+        // be lost when play() follows it at once, leaving the song silent.
+        d->player->play();
         if (d->Loaded())
             d->player->setPosition(at);
         else
             d->pendingFrom = at;
-        d->player->play();
     }
     return Success;
 }
