@@ -105,14 +105,13 @@ games, printing, sound effects and three songs.
 
 The package also holds tessuma-cli, which solves and grades puzzles on the
 command line.")
-# The libraries come from dpkg-shlibdeps; what the program loads at run time
-# is named here: the window system plugins and the GStreamer elements that
-# decode MP3 (mpg123 and the MPEG audio parser are in plugins-good).
+# The libraries of the program and of its module come from dpkg-shlibdeps;
+# what Qt loads at run time is named here: the window system plugins. Qt
+# plays sound through a PulseAudio server.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS
-  "qt6-qpa-plugins, libqt6svg6, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "qt6-wayland, gstreamer1.0-pulseaudio | gstreamer1.0-alsa, xdg-utils, hicolor-icon-theme")
+  "qt6-wayland, pulseaudio | pipewire-pulse, xdg-utils, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(CPACK_GENERATOR "DEB")

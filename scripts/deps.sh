@@ -7,7 +7,7 @@ PKGS=(
   build-essential cmake ninja-build pkg-config git
   qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev libqt6svg6-dev qt6-tools-dev
   libgl-dev libgtest-dev libgmock-dev googletest libbenchmark-dev
-  gstreamer1.0-plugins-base gstreamer1.0-plugins-good
+  libmpg123-dev
   fonts-dejavu-core
   xvfb xauth imagemagick poppler-utils
   libcups2-dev

@@ -1,71 +1,225 @@
-// The music device over QMediaPlayer, answering as the game's device commands expect.
+// The music device over libmpg123 and QAudioSink, answering as the game's device commands expect.
 #include "qt/extras/QtMusicDevice.h"
 
 #include <QAudio>
 #include <QAudioDevice>
-#include <QAudioOutput>
+#include <QAudioFormat>
+#include <QAudioSink>
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QMediaDevices>
-#include <QMediaPlayer>
 #include <QString>
-#include <QUrl>
+#include <QThread>
+#include <QTimer>
+
+#include <mpg123.h>
 
 #include <algorithm>
+#include <climits>
+
+namespace {
+
+struct DecoderDeleter {
+    void operator()(mpg123_handle* h) const {
+        mpg123_close(h);
+        mpg123_delete(h);
+    }
+};
+using Decoder = std::unique_ptr<mpg123_handle, DecoderDeleter>;
+
+// How much sound the sink is asked to hold, and how often it is topped up.
+// The server grants about half the buffer asked for; a top-up every half
+// second keeps it well away from running dry.
+constexpr qint64 kBufferAskedUs = 2'000'000;
+constexpr int kTopUpMs = 500;
+
+// A decoder for the song at `path`, its output fixed to 16-bit samples at
+// the file's own rate and channels, with the frames indexed for exact seeks
+// and the length known. Null when the file is no song libmpg123 can play.
+Decoder OpenDecoder(const QString& path, long& rate, int& channels, long& lengthMs) {
+    static const bool initialised = (mpg123_init(), true);  // needed before libmpg123 1.27, harmless after
+    (void)initialised;
+    int err = MPG123_OK;
+    Decoder h(mpg123_new(nullptr, &err));
+    if (!h) return nullptr;
+    mpg123_param(h.get(), MPG123_ADD_FLAGS, MPG123_QUIET, 0);
+    mpg123_param(h.get(), MPG123_RESYNC_LIMIT, 8192, 0);  // a file of noise is refused soon
+    if (mpg123_open(h.get(), QFile::encodeName(path).constData()) != MPG123_OK) return nullptr;
+    int encoding = 0;
+    if (mpg123_getformat(h.get(), &rate, &channels, &encoding) != MPG123_OK || rate <= 0 || channels < 1 ||
+        channels > 2)
+        return nullptr;
+    mpg123_format_none(h.get());
+    if (mpg123_format(h.get(), rate, channels, MPG123_ENC_SIGNED_16) != MPG123_OK) return nullptr;
+    if (mpg123_scan(h.get()) != MPG123_OK) return nullptr;
+    const off_t samples = mpg123_length(h.get());
+    if (samples <= 0) return nullptr;
+    lengthMs = long(std::min<qint64>(qint64(samples) * 1000 / rate, LONG_MAX));
+    return h;
+}
+
+// Hands the sink the song's samples, decoded as the sink asks for them, up to
+// a mark. The sink polls its source every 20 ms for as long as the source has
+// something to give; so after each burst that fills the sink the feed answers
+// "nothing yet" until the next top-up, and a playing song wakes the program a
+// few times a second instead of fifty.
+class SongFeed : public QIODevice {
+public:
+    SongFeed(mpg123_handle* decoder, const QAudioFormat& format, QAudioSink* sink)
+        : QIODevice(sink), decoder_(decoder), sink_(sink), frameBytes_(format.bytesPerFrame()),
+          burstCap_(format.bytesForDuration(qint64(kTopUpMs) * 2000)), nearlyFull_(format.bytesForDuration(40'000)) {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    // Starts feeding at the decoder's place, with `left` bytes to the mark.
+    void Begin(qint64 left) {
+        left_ = left - left % frameBytes_;
+        exhausted_ = left_ <= 0;
+        resting_ = false;
+        burst_ = 0;
+    }
+    void TopUp() {
+        if (exhausted_) return;
+        resting_ = false;
+        burst_ = 0;
+        emit readyRead();
+    }
+    bool Exhausted() const { return exhausted_; }
+
+    bool isSequential() const override { return true; }
+    bool atEnd() const override { return exhausted_; }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override {
+        if (exhausted_ || resting_) return 0;
+        const qint64 want = std::min(maxSize - maxSize % frameBytes_, left_);
+        size_t done = 0;
+        const int rc = want > 0 ? mpg123_read(decoder_, reinterpret_cast<unsigned char*>(data), size_t(want), &done)
+                                : MPG123_DONE;
+        done -= done % size_t(frameBytes_);
+        left_ -= qint64(done);
+        burst_ += qint64(done);
+        // The end of the file, a damaged stretch the decoder gives up on, or the mark.
+        if (left_ <= 0 || (rc != MPG123_OK && rc != MPG123_NEW_FORMAT)) exhausted_ = true;
+        if (burst_ >= burstCap_ || sink_->bytesFree() - qint64(done) < nearlyFull_)
+            resting_ = true;
+        return qint64(done);
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    mpg123_handle* decoder_;
+    QAudioSink* sink_;
+    const int frameBytes_;
+    const qint64 burstCap_;   // at most two top-ups' worth in one burst
+    const qint64 nearlyFull_;  // room left for less than two of the sink's 20 ms reads
+    qint64 left_ = 0;
+    qint64 burst_ = 0;
+    bool exhausted_ = true;
+    bool resting_ = false;
+};
+
+// A sink's destructor runs the event loop once; from inside a handler that
+// would run other handlers too early, so a sink goes when the loop is free.
+void Discard(QAudioSink* sink) {
+    if (!sink) return;
+    QObject::disconnect(sink, nullptr, nullptr, nullptr);
+    sink->stop();
+    if (QThread::currentThread()->loopLevel() > 0)
+        sink->deleteLater();
+    else
+        delete sink;
+}
+
+}  // namespace
 
 struct QtMusicDevice::Device {
     std::string alias;
-    // The output is declared first so that the player, which uses it, goes first.
-    std::unique_ptr<QAudioOutput> output;
-    std::unique_ptr<QMediaPlayer> player;
-    bool failed = false;        // the media could not be opened or decoded
-    bool ended = false;         // played to the end of the song
-    long stopAt = -1;           // where a partial play halts, -1 for the end
-    bool haltedAtMark = false;  // a partial play reached stopAt
-    long pendingFrom = -1;      // a start position asked for before the media was loaded
-    qint64 reached = 0;         // the furthest place reported since the last play
-    // Where nothing can be heard (no audio device, or the volume at 0) the
-    // song is not decoded: its time runs on a clock from `clockFrom`, so the
-    // song still ends when it would have.
-    bool noDevice = false;
+    Decoder decoder;  // null for a file that cannot be played
+    QAudioFormat format;
+    long length = -1;
     int volume = 1000;
-    bool clockRunning = false;
-    long clockFrom = 0;
+    bool noDevice = false;  // no audio device, or the one there was went away
+
+    // Where the song is: `at` while halted; while running, `at` is where this
+    // run began and the time since comes from the sink or, when silent, the clock.
+    long at = 0;
+    long stopAt = -1;  // where a partial play halts, -1 for the end
+    bool running = false;
     QElapsedTimer clock;
+    QAudioSink* sink = nullptr;
+    SongFeed* feed = nullptr;  // owned by the sink
+    QTimer topUp;
+
+    ~Device() { Discard(sink); }
 
     bool Silent() const { return noDevice || volume == 0; }
-    // The place on the clock, halted at a partial play's mark.
-    long ClockPosition() const {
-        long at = clockFrom + (clockRunning ? long(clock.elapsed()) : 0);
-        if (stopAt >= 0) at = std::min(at, stopAt);
-        return at;
-    }
-    void StartClock(long from) {
-        clockFrom = from;
-        clockRunning = true;
-        clock.start();
-    }
-    void StopClock() {
-        clockFrom = ClockPosition();
-        clockRunning = false;
+    long Mark() const { return stopAt >= 0 ? stopAt : length; }
+
+    long Here() const {
+        if (!running) return at;
+        const qint64 since = sink ? sink->processedUSecs() / 1000 : clock.elapsed();
+        return long(std::min<qint64>(at + since, Mark()));
     }
 
-    bool Loaded() const {
-        switch (player->mediaStatus()) {
-            case QMediaPlayer::LoadedMedia:
-            case QMediaPlayer::BufferingMedia:
-            case QMediaPlayer::BufferedMedia:
-            case QMediaPlayer::StalledMedia:
-            case QMediaPlayer::EndOfMedia: return true;
-            default: return false;
+    // Ends the run at the place it has reached.
+    void Halt() {
+        at = Here();
+        running = false;
+        topUp.stop();
+        Discard(sink);
+        sink = nullptr;
+        feed = nullptr;
+    }
+
+    void Run() {
+        running = true;
+        if (Silent() || !StartSink()) {
+            Discard(sink);
+            sink = nullptr;
+            feed = nullptr;
+            clock.start();
         }
     }
 
-    ~Device() {
-        // No more news from a player on its way out.
-        QObject::disconnect(player.get(), nullptr, nullptr, nullptr);
-        player->stop();
-        player.reset();
+    bool StartSink() {
+        const QAudioDevice out = QMediaDevices::defaultAudioOutput();
+        if (out.isNull()) {
+            noDevice = true;
+            return false;
+        }
+        const off_t sample = off_t(qint64(at) * format.sampleRate() / 1000);
+        if (mpg123_seek(decoder.get(), sample, SEEK_SET) < 0) return false;
+        sink = new QAudioSink(out, format);
+        sink->setBufferSize(format.bytesForDuration(kBufferAskedUs));
+        sink->setVolume(OutputVolumeFor(volume));
+        feed = new SongFeed(decoder.get(), format, sink);
+        feed->Begin(format.bytesForDuration(qint64(Mark() - at) * 1000));
+        QObject::connect(sink, &QAudioSink::stateChanged, sink, [this](QAudio::State state) {
+            if (state == QAudio::StoppedState && sink && sink->error() != QAudio::NoError) Lost();
+        });
+        sink->start(feed);
+        if (sink->state() == QAudio::StoppedState) {
+            noDevice = true;  // the sound server is not there after all
+            return false;
+        }
+        topUp.start();
+        return true;
+    }
+
+    // The sound server went away mid-song: the clock takes over from where
+    // the song got to.
+    void Lost() {
+        at = long(std::min<qint64>(at + sink->processedUSecs() / 1000, Mark()));
+        topUp.stop();
+        Discard(sink);
+        sink = nullptr;
+        feed = nullptr;
+        noDevice = true;
+        clock.start();
     }
 };
 
@@ -89,46 +243,22 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path) {
 
     auto dev = std::make_unique<Device>();
     dev->alias = alias;
+    long rate = 0;
+    int channels = 0;
+    dev->decoder = OpenDecoder(file, rate, channels, dev->length);
+    if (dev->decoder) {
+        dev->format.setSampleRate(int(rate));
+        dev->format.setChannelCount(channels);
+        dev->format.setSampleFormat(QAudioFormat::Int16);
+    } else {
+        dev->length = -1;
+    }
     dev->noDevice = QMediaDevices::audioOutputs().isEmpty();
-    dev->output = std::make_unique<QAudioOutput>();
-    dev->player = std::make_unique<QMediaPlayer>();
-    dev->player->setAudioOutput(dev->output.get());
-
+    dev->topUp.setInterval(kTopUpMs);
     Device* d = dev.get();
-    QMediaPlayer* player = d->player.get();
-    QObject::connect(player, &QMediaPlayer::mediaStatusChanged, player, [d](QMediaPlayer::MediaStatus status) {
-        switch (status) {
-            case QMediaPlayer::LoadedMedia:
-                if (d->pendingFrom > 0) d->player->setPosition(d->pendingFrom);
-                d->pendingFrom = -1;
-                break;
-            case QMediaPlayer::EndOfMedia: {
-                // A report of the end may arrive late, after the song was started
-                // again from an earlier place: only a player near its end ends.
-                // The player's own position may already be back at 0 by now, so
-                // the furthest place reported since that start counts as well.
-                const qint64 duration = d->player->duration();
-                const qint64 at = std::max(d->player->position(), d->reached);
-                if (duration <= 0 || at >= duration - 1500) d->ended = true;
-                break;
-            }
-            case QMediaPlayer::InvalidMedia: d->failed = true; break;
-            default: break;
-        }
+    QObject::connect(&dev->topUp, &QTimer::timeout, [d] {
+        if (d->feed) d->feed->TopUp();
     });
-    QObject::connect(player, &QMediaPlayer::errorOccurred, player, [d](QMediaPlayer::Error error, const QString&) {
-        // Errors before the song is known mean it cannot be played at all;
-        // later ones (a device lost mid-song) just leave it silent.
-        if (error != QMediaPlayer::NoError && d->player->duration() <= 0) d->failed = true;
-    });
-    QObject::connect(player, &QMediaPlayer::positionChanged, player, [d](qint64 position) {
-        d->reached = std::max(d->reached, position);
-        if (d->stopAt >= 0 && !d->haltedAtMark && position >= d->stopAt) {
-            d->haltedAtMark = true;
-            d->player->pause();
-        }
-    });
-    player->setSource(QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()));
     dev_ = std::move(dev);
     return Success;
 }
@@ -136,39 +266,20 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path) {
 int QtMusicDevice::Play(const std::string& alias, long from, long to) {
     Device* d = Find(alias);
     if (!d) return DeviceNotOpen;
-    if (d->failed) return CannotPlay;
-    const long length = Length(alias);
-    if (from < 0 || (to >= 0 && to < from) || (length >= 0 && from > length)) return OutOfRange;
+    if (!d->decoder) return CannotPlay;
+    if (from < 0 || (to >= 0 && to < from) || from > d->length) return OutOfRange;
 
-    d->stopAt = (to < 0 || (length >= 0 && to >= length)) ? -1 : to;
-    d->haltedAtMark = false;
-    d->ended = false;
-    d->reached = from;
-    if (length >= 0 && from == length) {
-        d->ended = true;  // nothing left to play
-        d->player->pause();
-        d->StopClock();
-        return Success;
-    }
-    if (d->Silent()) {
-        d->StartClock(from);
-        return Success;
-    }
-    if (d->Loaded()) {
-        d->player->setPosition(from);
-        d->pendingFrom = -1;
-    } else {
-        d->pendingFrom = from;
-    }
-    d->player->play();
+    d->Halt();
+    d->stopAt = (to < 0 || to >= d->length) ? -1 : to;
+    d->at = from;
+    if (from < d->length) d->Run();  // else nothing is left to play
     return Success;
 }
 
 int QtMusicDevice::Stop(const std::string& alias) {
     Device* d = Find(alias);
     if (!d) return DeviceNotOpen;
-    if (d->player->playbackState() == QMediaPlayer::PlayingState) d->player->pause();
-    if (d->clockRunning) d->StopClock();
+    if (d->running) d->Halt();
     return Success;
 }
 
@@ -180,23 +291,16 @@ int QtMusicDevice::Close(const std::string& alias) {
 
 long QtMusicDevice::Length(const std::string& alias) {
     Device* d = Find(alias);
-    if (!d || d->failed) return -1;
-    const qint64 duration = d->player->duration();
-    return duration > 0 ? long(duration) : -1;
+    return d ? d->length : -1;
 }
 
 long QtMusicDevice::Position(const std::string& alias) {
-    const long length = Length(alias);
-    if (length < 0) return -1;
     Device* d = Find(alias);
-    if (d->ended) return length;  // the player stops a few milliseconds short of its own length
-    if (d->Silent() || d->clockRunning) {
-        const long at = std::min(d->ClockPosition(), length);
-        if (at >= length) d->ended = true;
-        return at;
-    }
-    if (d->haltedAtMark) return d->stopAt;
-    return long(std::clamp<qint64>(d->player->position(), 0, length));
+    if (!d || d->length < 0) return -1;
+    const long here = d->Here();
+    // At the mark a partial play halts, and a whole one has ended.
+    if (d->running && here >= d->Mark()) d->Halt();
+    return here;
 }
 
 int QtMusicDevice::SetVolume(const std::string& alias, const std::string& side, int volume) {
@@ -204,26 +308,14 @@ int QtMusicDevice::SetVolume(const std::string& alias, const std::string& side, 
     if (!d) return DeviceNotOpen;
     if (volume < 0 || volume > 1000) return OutOfRange;
     (void)side;  // no balance in Qt: every side sets the whole volume
-    d->output->setVolume(OutputVolumeFor(volume));
     const bool wasSilent = d->Silent();
     d->volume = volume;
-    if (wasSilent == d->Silent() || d->ended) return Success;
-    if (d->Silent() && d->player->playbackState() == QMediaPlayer::PlayingState) {
-        // Falling silent: the clock takes over from where the song is.
-        d->StartClock(long(d->player->position()));
-        d->player->pause();
-    } else if (!d->Silent() && d->clockRunning) {
-        // Heard again: the song goes on from the clock's place.
-        const long at = d->ClockPosition();
-        d->clockRunning = false;
-        d->reached = at;
-        // Playing first, then the seek: a seek into a paused pipeline can
-        // be lost when play() follows it at once, leaving the song silent.
-        d->player->play();
-        if (d->Loaded())
-            d->player->setPosition(at);
-        else
-            d->pendingFrom = at;
+    if (d->sink) d->sink->setVolume(OutputVolumeFor(volume));
+    if (wasSilent != d->Silent() && d->running && d->decoder) {
+        // Falling silent, the clock takes over from where the song is; heard
+        // again, the song goes on from the clock's place.
+        d->Halt();
+        d->Run();
     }
     return Success;
 }
@@ -250,6 +342,8 @@ float QtMusicDevice::OutputVolumeFor(int volume) {
     return QAudio::convertVolume(v, QAudio::LogarithmicVolumeScale, QAudio::LinearVolumeScale);
 }
 
-float QtMusicDevice::OutputVolume() const { return dev_ ? dev_->output->volume() : -1.0f; }
+float QtMusicDevice::OutputVolume() const { return dev_ ? OutputVolumeFor(dev_->volume) : -1.0f; }
 
 bool QtMusicDevice::IsOpen() const { return dev_ != nullptr; }
+
+bool QtMusicDevice::Sounding() const { return dev_ && dev_->sink != nullptr; }

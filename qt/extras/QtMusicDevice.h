@@ -1,15 +1,20 @@
 #pragma once
-// The music device, over QMediaPlayer and QAudioOutput.
+// The music device: MP3 songs decoded by libmpg123 and played through a
+// QAudioSink.
 //
 // One song is open at most, under the alias the caller gives (aliases are
 // compared without regard to case). Positions and lengths are milliseconds.
-// Qt opens media in the background: right after Open() the length is not
-// known yet, and Length() and Position() give -1 until it is. When a song has
-// played to its end, Position() gives exactly Length(), so that a caller
-// testing "position >= length" sees the end. A missing file fails at Open();
-// a damaged one fails in the background, after which Length() stays -1 and
-// Play() reports it. Nothing here ever shows a message; results are codes,
-// and ErrorText() turns them into words.
+// The length is known as soon as Open() has succeeded. When a song has played
+// to its end, Position() gives exactly Length(), so that a caller testing
+// "position >= length" sees the end. A missing file fails at Open(); a
+// damaged one opens, but Length() stays -1 and Play() reports it. Nothing
+// here ever shows a message; results are codes, and ErrorText() turns them
+// into words.
+//
+// Where nothing can be heard (no audio device, the volume at 0, or the sound
+// server gone mid-song) nothing is decoded: the song's time runs on a clock,
+// so it still ends when it would have, and is heard again from that place
+// once the volume comes up.
 
 #include <memory>
 #include <string>
@@ -55,6 +60,8 @@ public:
     float OutputVolume() const;
     // Whether a song is open (under any alias).
     bool IsOpen() const;
+    // Whether the open song is being decoded into an audio device right now.
+    bool Sounding() const;
 
 private:
     struct Device;
