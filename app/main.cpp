@@ -55,13 +55,13 @@ int main(int argc, char** argv) {
     QtPopupHost popups;
     QtDialogHost dialogs;
     // The audio devices are made once the window is up (see below), by the
-    // extras module; without it the game plays on in silence.
+    // sound module; without it the game plays on in silence.
     HeldSoundEffects sounds([] {
-        const ExtrasApi* api = extras::Api();
+        const SoundApi* api = extras::Sound();
         return api ? api->makeSounds() : nullptr;
     });
     HeldMusicDevice music([] {
-        const ExtrasApi* api = extras::Api();
+        const SoundApi* api = extras::Sound();
         return api ? api->makeMusic() : nullptr;
     });
     QtShell shell;

@@ -37,7 +37,7 @@ install(TARGETS tessuma-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 if(TARGET tessuma)
   install(TARGETS tessuma RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(TARGETS tessuma-extras LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/tessuma)
+  install(TARGETS tessuma-sound tessuma-extras LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/tessuma)
 
   # The songs. In the build tree they sit beside the program; installed, the
   # program finds them under share/tessuma (platform/QtInstallPaths.h).

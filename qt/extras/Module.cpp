@@ -1,14 +1,10 @@
 // The extras module's table of entry points.
 #include "qt/extras/Printing.h"
 #include "qt/extras/QtDownloader.h"
-#include "qt/extras/QtMusicDevice.h"
-#include "qt/extras/QtSoundEffects.h"
 #include "qt/ports/Extras.h"
 
 extern "C" __attribute__((visibility("default"))) const ExtrasApi* tessuma_extras_api() {
     static const ExtrasApi api{
-        [] { return std::unique_ptr<ISoundEffects>(std::make_unique<QtSoundEffects>()); },
-        [] { return std::unique_ptr<IMusicDevice>(std::make_unique<QtMusicDevice>()); },
         [] { return std::unique_ptr<IDownloader>(std::make_unique<QtDownloader>()); },
         &QtDownloader::Active,
         &printing::PrintPage,

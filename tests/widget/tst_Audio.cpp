@@ -13,8 +13,8 @@
 #include <cmath>
 #include <memory>
 
-#include "qt/extras/QtMusicDevice.h"
-#include "qt/extras/QtSoundEffects.h"
+#include "qt/sound/QtMusicDevice.h"
+#include "qt/sound/QtSoundEffects.h"
 
 namespace {
 

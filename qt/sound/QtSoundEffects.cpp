@@ -1,5 +1,5 @@
 // The sound effects over QSoundEffect.
-#include "qt/extras/QtSoundEffects.h"
+#include "qt/sound/QtSoundEffects.h"
 
 #include <QAudioDevice>
 #include <QFile>

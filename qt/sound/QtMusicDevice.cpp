@@ -1,5 +1,5 @@
 // The music device over libmpg123 and QAudioSink, answering as the game's device commands expect.
-#include "qt/extras/QtMusicDevice.h"
+#include "qt/sound/QtMusicDevice.h"
 
 #include <QAudio>
 #include <QAudioDevice>
