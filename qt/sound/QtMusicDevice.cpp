@@ -62,15 +62,17 @@ Decoder OpenDecoder(const QString& path, long& rate, int& channels, long& length
 }
 
 // Hands the sink the song's samples, decoded as the sink asks for them, up to
-// a mark. The sink polls its source every 20 ms for as long as the source has
-// something to give; so after each burst that fills the sink the feed answers
-// "nothing yet" until the next top-up, and a playing song wakes the program a
-// few times a second instead of fifty.
+// a mark. The sink polls its source every 20 ms until the source answers
+// "nothing yet" (and it asks only while it has room for a read). So, once
+// the first burst has filled the sink so far that it starts playing, each
+// burst ends with that answer while there is still room for one more read,
+// the feed stays quiet until the next top-up, and a playing song wakes the
+// program a few times a second instead of fifty.
 class SongFeed : public QIODevice {
 public:
     SongFeed(mpg123_handle* decoder, const QAudioFormat& format, QAudioSink* sink)
         : QIODevice(sink), decoder_(decoder), sink_(sink), frameBytes_(format.bytesPerFrame()),
-          burstCap_(format.bytesForDuration(qint64(kTopUpMs) * 2000)), nearlyFull_(format.bytesForDuration(40'000)) {
+          burstCap_(format.bytesForDuration(qint64(kTopUpMs) * 2000)) {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
@@ -79,7 +81,9 @@ public:
         left_ = left - left % frameBytes_;
         exhausted_ = left_ <= 0;
         resting_ = false;
+        primed_ = false;
         burst_ = 0;
+        given_ = 0;
     }
     void TopUp() {
         if (exhausted_) return;
@@ -94,6 +98,8 @@ public:
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override {
+        if (!primed_) primed_ = given_ >= sink_->bufferSize();
+        if (primed_ && !exhausted_ && !resting_ && sink_->bytesFree() < 2 * maxSize) resting_ = true;
         if (exhausted_ || resting_) return 0;
         const qint64 want = std::min(maxSize - maxSize % frameBytes_, left_);
         size_t done = 0;
@@ -102,10 +108,10 @@ protected:
         done -= done % size_t(frameBytes_);
         left_ -= qint64(done);
         burst_ += qint64(done);
+        given_ += qint64(done);
         // The end of the file, a damaged stretch the decoder gives up on, or the mark.
         if (left_ <= 0 || (rc != MPG123_OK && rc != MPG123_NEW_FORMAT)) exhausted_ = true;
-        if (burst_ >= burstCap_ || sink_->bytesFree() - qint64(done) < nearlyFull_)
-            resting_ = true;
+        if (primed_ && burst_ >= burstCap_) resting_ = true;
         return qint64(done);
     }
     qint64 writeData(const char*, qint64) override { return -1; }
@@ -114,12 +120,13 @@ private:
     mpg123_handle* decoder_;
     QAudioSink* sink_;
     const int frameBytes_;
-    const qint64 burstCap_;   // at most two top-ups' worth in one burst
-    const qint64 nearlyFull_;  // room left for less than two of the sink's 20 ms reads
+    const qint64 burstCap_;  // at most two top-ups' worth in one burst
     qint64 left_ = 0;
     qint64 burst_ = 0;
+    qint64 given_ = 0;
     bool exhausted_ = true;
     bool resting_ = false;
+    bool primed_ = false;  // a whole buffer given: the sink plays (it waits for nearly that much)
 };
 
 // A sink's destructor runs the event loop once; from inside a handler that
@@ -145,7 +152,8 @@ struct QtMusicDevice::Device {
     bool noDevice = false;  // no audio device, or the one there was went away
 
     // Where the song is: `at` while halted; while running, `at` is where this
-    // run began and the time since comes from the sink or, when silent, the clock.
+    // run began, and the time since comes from the sink or, when silent, from
+    // the clock (which runs in both cases, to stand in for a sink that is lost).
     long at = 0;
     long stopAt = -1;  // where a partial play halts, -1 for the end
     bool running = false;
@@ -177,11 +185,11 @@ struct QtMusicDevice::Device {
 
     void Run() {
         running = true;
+        clock.start();
         if (Silent() || !StartSink()) {
             Discard(sink);
             sink = nullptr;
             feed = nullptr;
-            clock.start();
         }
     }
 
@@ -210,16 +218,16 @@ struct QtMusicDevice::Device {
         return true;
     }
 
-    // The sound server went away mid-song: the clock takes over from where
-    // the song got to.
+    // The sound server went away mid-song (the sink, stopped, no longer
+    // knows how far it got): the clock takes over from its own place.
     void Lost() {
-        at = long(std::min<qint64>(at + sink->processedUSecs() / 1000, Mark()));
+        at = long(std::min<qint64>(at + clock.elapsed(), Mark()));
+        clock.start();
         topUp.stop();
         Discard(sink);
         sink = nullptr;
         feed = nullptr;
         noDevice = true;
-        clock.start();
     }
 };
 
