@@ -79,6 +79,7 @@ public:
     // Starts feeding at the decoder's place, with `left` bytes to the mark.
     void Begin(qint64 left) {
         left_ = left - left % frameBytes_;
+        total_ = left_;
         exhausted_ = left_ <= 0;
         resting_ = false;
         primed_ = false;
@@ -94,6 +95,9 @@ public:
     bool Exhausted() const { return exhausted_; }
 
     bool isSequential() const override { return true; }
+    // What is left to play when the sink opens: less than a buffer, and the
+    // sink starts playing without waiting for a whole one.
+    qint64 size() const override { return total_; }
     bool atEnd() const override { return exhausted_; }
 
 protected:
@@ -122,6 +126,7 @@ private:
     const int frameBytes_;
     const qint64 burstCap_;  // at most two top-ups' worth in one burst
     qint64 left_ = 0;
+    qint64 total_ = 0;
     qint64 burst_ = 0;
     qint64 given_ = 0;
     bool exhausted_ = true;
