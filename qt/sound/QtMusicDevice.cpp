@@ -5,7 +5,6 @@
 #include <QAudioDevice>
 #include <QAudioFormat>
 #include <QAudioSink>
-#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -35,10 +34,14 @@ using Decoder = std::unique_ptr<mpg123_handle, DecoderDeleter>;
 // second keeps it well away from running dry.
 constexpr qint64 kBufferAskedUs = 2'000'000;
 constexpr int kTopUpMs = 500;
+// A song without an exact length in its header is read through to count its
+// frames (a few milliseconds for a song of ours) unless it is bigger than
+// this; then its length is estimated from its bit rate.
+constexpr qint64 kCountFramesUpTo = 64 * 1024 * 1024;
 
 // A decoder for the song at `path`, its output fixed to 16-bit samples at
-// the file's own rate and channels, with the frames indexed for exact seeks
-// and the length known. Null when the file is no song libmpg123 can play.
+// the file's own rate and channels, and its length known. Null when the file
+// is no song libmpg123 can play.
 Decoder OpenDecoder(const QString& path, long& rate, int& channels, long& lengthMs) {
     static const bool initialised = (mpg123_init(), true);  // needed before libmpg123 1.27, harmless after
     (void)initialised;
@@ -54,7 +57,11 @@ Decoder OpenDecoder(const QString& path, long& rate, int& channels, long& length
         return nullptr;
     mpg123_format_none(h.get());
     if (mpg123_format(h.get(), rate, channels, MPG123_ENC_SIGNED_16) != MPG123_OK) return nullptr;
-    if (mpg123_scan(h.get()) != MPG123_OK) return nullptr;
+    long exact = 0;
+    double unused = 0;
+    if ((mpg123_getstate(h.get(), MPG123_ACCURATE, &exact, &unused) != MPG123_OK || !exact) &&
+        QFileInfo(path).size() <= kCountFramesUpTo && mpg123_scan(h.get()) != MPG123_OK)
+        return nullptr;
     const off_t samples = mpg123_length(h.get());
     if (samples <= 0) return nullptr;
     lengthMs = long(std::min<qint64>(qint64(samples) * 1000 / rate, LONG_MAX));
@@ -92,7 +99,6 @@ public:
         burst_ = 0;
         emit readyRead();
     }
-    bool Exhausted() const { return exhausted_; }
 
     bool isSequential() const override { return true; }
     // What is left to play when the sink opens: less than a buffer, and the
