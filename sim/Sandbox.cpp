@@ -33,34 +33,31 @@ bool CheckSandboxPath(const std::string& path, std::string& error) {
     return true;
 }
 
-std::string ShowSandbox(const std::string& text, const std::string& sandbox) {
-    if (sandbox.empty()) return text;
+namespace {
+
+const std::string kToken = "<sandbox>";
+
+// `text` with every `from` in it replaced by `to`; `from` is not empty.
+std::string ReplaceAll(const std::string& text, const std::string& from, const std::string& to) {
     std::string r;
     std::size_t pos = 0;
-    while (true) {
-        const auto at = text.find(sandbox, pos);
-        if (at == std::string::npos) break;
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, pos)) {
         r.append(text, pos, at - pos);
-        r += "<sandbox>";
-        pos = at + sandbox.size();
+        r += to;
+        pos = at + from.size();
     }
     r.append(text, pos, std::string::npos);
     return r;
 }
 
+}  // namespace
+
+std::string ShowSandbox(const std::string& text, const std::string& sandbox) {
+    return sandbox.empty() ? text : ReplaceAll(text, sandbox, kToken);
+}
+
 std::string ExpandSandbox(const std::string& text, const std::string& sandbox) {
-    static const std::string token = "<sandbox>";
-    std::string r;
-    std::size_t pos = 0;
-    while (true) {
-        const auto at = text.find(token, pos);
-        if (at == std::string::npos) break;
-        r.append(text, pos, at - pos);
-        r += sandbox;
-        pos = at + token.size();
-    }
-    r.append(text, pos, std::string::npos);
-    return r;
+    return ReplaceAll(text, kToken, sandbox);
 }
 
 }  // namespace scenario
