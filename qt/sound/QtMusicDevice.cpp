@@ -184,24 +184,24 @@ struct QtMusicDevice::Device {
         return long(std::min<qint64>(at + since, Mark()));
     }
 
-    // Ends the run at the place it has reached.
-    void Halt() {
-        at = Here();
-        running = false;
+    void DropSink() {
         topUp.stop();
         Discard(sink);
         sink = nullptr;
         feed = nullptr;
     }
 
+    // Ends the run at the place it has reached.
+    void Halt() {
+        at = Here();
+        running = false;
+        DropSink();
+    }
+
     void Run() {
         running = true;
         clock.start();
-        if (Silent() || !StartSink()) {
-            Discard(sink);
-            sink = nullptr;
-            feed = nullptr;
-        }
+        if (Silent() || !StartSink()) DropSink();
     }
 
     bool StartSink() {
@@ -217,14 +217,14 @@ struct QtMusicDevice::Device {
         sink->setVolume(OutputVolumeFor(volume));
         feed = new SongFeed(decoder.get(), format, sink);
         feed->Begin(format.bytesForDuration(qint64(Mark() - at) * 1000));
-        QObject::connect(sink, &QAudioSink::stateChanged, sink, [this](QAudio::State state) {
-            if (state == QAudio::StoppedState && sink && sink->error() != QAudio::NoError) Lost();
-        });
         sink->start(feed);
         if (sink->state() == QAudio::StoppedState) {
             noDevice = true;  // the sound server is not there after all
             return false;
         }
+        QObject::connect(sink, &QAudioSink::stateChanged, sink, [this](QAudio::State state) {
+            if (state == QAudio::StoppedState && sink && sink->error() != QAudio::NoError) Lost();
+        });
         topUp.start();
         return true;
     }
@@ -234,10 +234,7 @@ struct QtMusicDevice::Device {
     void Lost() {
         at = long(std::min<qint64>(at + clock.elapsed(), Mark()));
         clock.start();
-        topUp.stop();
-        Discard(sink);
-        sink = nullptr;
-        feed = nullptr;
+        DropSink();
         noDevice = true;
     }
 };
