@@ -73,6 +73,10 @@ public:
     // The window system changed the window's state (0 normal, 1 minimised).
     void SetWindowState(int state) { WindowState = state; }
     static std::int16_t CellIndex(int row, int col);
+    // tmrSongCheck's tick as the window runs it; true when it went on to the
+    // next song. A check that finds the song still playing changes nothing,
+    // so the window need not look at the form again.
+    bool SongCheckTick();
 
     // The effects by name.
     static constexpr int SoundPuzzleStart = 101;
@@ -85,4 +89,5 @@ public:
 
 private:
     void InitControls();  // design-time properties of every control
+    std::uint64_t songsStarted_ = 0;  // calls of NextSong
 };

@@ -17,6 +17,7 @@ constexpr const char* kAlias = "MusicFile";
 // Goes to the next song. A song file that is missing ends the music here:
 // the device stays closed, so the end of a song is never seen again.
 void frmTessuma::NextSong() {
+    ++songsStarted_;
     ++SongIndex;
     if (SongIndex > SongLast) SongIndex = 0;
     // Nothing to stop or close before the first song; those answers go.
@@ -34,6 +35,12 @@ void frmTessuma::NextSong() {
 void frmTessuma::tmrSongCheck_Timer() {
     std::int32_t length = 0;
     if (modMusic::MusicAtEnd(ports.music, kAlias, length)) NextSong();
+}
+
+bool frmTessuma::SongCheckTick() {
+    const std::uint64_t before = songsStarted_;
+    tmrSongCheck_Timer();
+    return songsStarted_ != before;
 }
 
 void frmTessuma::ApplyVolume() {
