@@ -491,8 +491,11 @@ void FormView::PaintBoard(QPainter& p) {
     const QFont markFont = look::CourierBold(12);
     for (std::size_t i = 0; i < 81; ++i) {
         const TextField& c = f.txtCell[i];
+        // Everything of a cell (digit, marks, highlight, caret) is drawn
+        // inside it, so the cell is drawn only where it was exposed itself:
+        // the clock's tick beside the last column leaves the board alone.
         const QRect cell = R(c);
-        if (!Exposed(cell)) continue;
+        if (!cell.intersects(exposed_)) continue;
         if (c.Visible) {
             // Only a cell the player can type into shows the edit highlight,
             // and never on paper.
