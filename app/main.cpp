@@ -98,10 +98,11 @@ int main(int argc, char** argv) {
     display.onModeChanged = [&window](bool full) { window.SetFullScreenMode(full); };
 
     // Music and sounds wait for the first frame: bringing up the system's
-    // audio takes longer than drawing the window. So does the icon, a
-    // drawing whose reader the first frame doesn't need.
+    // audio takes longer than drawing the window. So does the icon; the
+    // window gets it as a picture (the drawing it was made from would load
+    // Qt's SVG support for it alone).
     AfterFirstFrame(&window, [&app, &sounds, &music] {
-        app.setWindowIcon(QIcon(":/icons/tessuma.svg"));
+        app.setWindowIcon(QIcon(look::Pixmap(":/icons/tessuma-256.png")));
         sounds.Release();
         music.Release();
     });

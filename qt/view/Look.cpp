@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFontDatabase>
 #include <QHash>
+#include <QImageReader>
 #include <QResource>
 
 namespace look {
@@ -71,7 +72,16 @@ QColor Bgr(std::int32_t bgr) {
 const QPixmap& Pixmap(const QString& path) {
     static QHash<QString, QPixmap> cache;
     auto it = cache.find(path);
-    if (it == cache.end()) it = cache.insert(path, QPixmap(path));
+    if (it == cache.end()) {
+        // Our pictures are all PNG. Told so, the reader goes straight to
+        // Qt's own PNG decoder; left to guess, it would first load every
+        // image format plugin on the system (SVG, GIF, ICO, JPEG) to ask
+        // each whether it reads the file, a few milliseconds before the
+        // first frame.
+        QImageReader reader(path, "png");
+        reader.setAutoDetectImageFormat(false);
+        it = cache.insert(path, QPixmap::fromImage(reader.read()));
+    }
     return *it;
 }
 
