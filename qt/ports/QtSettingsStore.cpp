@@ -32,8 +32,11 @@ std::string QtSettingsStore::Get(const std::string&, const std::string& section,
 
 void QtSettingsStore::Save(const std::string&, const std::string& section, const std::string& key,
                            const std::string& value) {
+    // QSettings writes the file (whole, through a lock and a rename) once
+    // the handler has returned to the event loop, and on exit: the settings
+    // one handler saves together cost one write, not one each. A first
+    // start stores a dozen defaults before its first frame.
     settings_->setValue(Path(section, key), QString::fromStdString(value));
-    settings_->sync();
 }
 
 bool QtSettingsStore::Has(const std::string&, const std::string& section, const std::string& key) {
