@@ -3,6 +3,10 @@
 
 #include "qt/view/InputCodes.h"
 
+#include <algorithm>
+#include <memory>
+#include <vector>
+
 #include <QCursor>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -33,16 +37,61 @@ QRect R(const CheckBox& c) { return QRect(c.Left, c.Top, c.Width, c.Height); }
 
 QString Q(const std::string& s) { return QString::fromStdString(s); }
 
-// Draws a label's caption in its rectangle. A caption stays inside its
-// label: a long one is drawn smaller, down to 0.6 of its size, and what
-// still doesn't fit is cut at the label's edge rather than drawn over its
-// neighbours.
+// A one-line caption laid out at the largest size, from its own down to 0.6
+// of it, at which it fits its box: laid out once for each size tried, and
+// drawn from the layout that fits. The clock and the score change every
+// second, and shaping their text twice (once to measure, once to draw) was
+// most of the cost of a tick.
 //
-// The caption is one line, laid out once for each size tried and drawn from
-// the layout that fits: the clock and the score change every second, and
-// shaping their text twice (once to measure, once to draw) was most of the
-// cost of a tick. Placed as QPainter::drawText places a single line, so the
-// pixels are the same.
+// The last few layouts are kept, the most recently drawn first: a caption
+// that stays while its neighbour changes (the level, under the repaint of
+// the score and the clock) is not shaped again.
+struct FittedLine {
+    QString text;
+    QFont font;  // as asked for, before fitting
+    QSize box;
+    int dpi = 0;  // of the device it was laid out for
+    std::unique_ptr<QTextLayout> layout;
+};
+
+const FittedLine& FitLine(QPainter& p, const QRect& box, const QFont& font, const QString& text) {
+    static std::vector<FittedLine> kept;
+    const int dpi = p.device() ? p.device()->logicalDpiY() : 0;
+    auto it = std::find_if(kept.begin(), kept.end(), [&](const FittedLine& f) {
+        return f.text == text && f.box == box.size() && f.dpi == dpi && f.font == font;
+    });
+    if (it == kept.end()) {
+        QTextOption option;
+        option.setFlags(QTextOption::IncludeTrailingSpaces);
+        QFont sized = font;
+        const double full = font.pointSizeF();
+        FittedLine fitted{text, font, box.size(), dpi, nullptr};
+        for (double scale = 1.0;; scale -= 0.05) {
+            sized.setPointSizeF(full * scale);
+            fitted.layout = std::make_unique<QTextLayout>(text, sized, p.device());
+            fitted.layout->setTextOption(option);
+            fitted.layout->setCacheEnabled(true);
+            fitted.layout->beginLayout();
+            QTextLine line = fitted.layout->createLine();
+            line.setLineWidth(0x01000000);
+            line.setPosition(QPointF(0, 0));
+            fitted.layout->endLayout();
+            const bool fits =
+                line.naturalTextWidth() <= box.width() + 0.5 && line.ascent() + line.descent() <= box.height() + 0.5;
+            if (fits || scale - 0.05 < 0.6 - 1e-9) break;
+        }
+        if (kept.size() >= 8) kept.pop_back();
+        kept.insert(kept.begin(), std::move(fitted));
+    } else if (it != kept.begin()) {
+        std::rotate(kept.begin(), it, it + 1);
+    }
+    return kept.front();
+}
+
+// Draws a label's caption in its rectangle. A caption stays inside its
+// label: a long one is drawn smaller, and what still doesn't fit is cut at
+// the label's edge rather than drawn over its neighbours. A line is placed
+// as QPainter::drawText places it, so the pixels are the same.
 void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColor& color, const QString& text) {
     const QRect box = r.adjusted(0, -4, 0, 4);
     p.save();
@@ -51,34 +100,15 @@ void Text(QPainter& p, const QRect& r, int align, const QFont& font, const QColo
     if (text.contains(QLatin1Char('\n'))) {  // several lines: Qt's own way
         p.setFont(look::FitFont(font, box, align | Qt::AlignVCenter, text));
         p.drawText(box, align | Qt::AlignVCenter, text);
-        p.restore();
-        return;
-    }
-    QTextOption option;
-    option.setFlags(QTextOption::IncludeTrailingSpaces);
-    QFont sized = font;
-    const double full = font.pointSizeF();
-    for (double scale = 1.0;; scale -= 0.05) {
-        sized.setPointSizeF(full * scale);
-        QTextLayout layout(text, sized, p.device());
-        layout.setTextOption(option);
-        layout.setCacheEnabled(true);
-        layout.beginLayout();
-        QTextLine line = layout.createLine();
-        line.setLineWidth(0x01000000);
-        line.setPosition(QPointF(0, 0));
-        layout.endLayout();
+    } else {
+        const QTextLine line = FitLine(p, box, font, text).layout->lineAt(0);
         const double height = line.ascent() + line.descent();
-        const bool fits = line.naturalTextWidth() <= box.width() + 0.5 && height <= box.height() + 0.5;
-        if (fits || scale - 0.05 < 0.6 - 1e-9) {
-            double x = 0;
-            if (align & Qt::AlignRight)
-                x = box.width() - line.horizontalAdvance();
-            else if (align & Qt::AlignHCenter)
-                x = (box.width() - line.horizontalAdvance()) / 2;
-            line.draw(&p, QPointF(box.x() + x, box.y() + (box.height() - height) / 2));
-            break;
-        }
+        double x = 0;
+        if (align & Qt::AlignRight)
+            x = box.width() - line.horizontalAdvance();
+        else if (align & Qt::AlignHCenter)
+            x = (box.width() - line.horizontalAdvance()) / 2;
+        line.draw(&p, QPointF(box.x() + x, box.y() + (box.height() - height) / 2));
     }
     p.restore();
 }
