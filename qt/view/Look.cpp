@@ -11,6 +11,19 @@
 #include <QImageReader>
 #include <QResource>
 
+#include <cstring>
+
+// The decoded backgrounds live in a resource file of their own; naming its
+// set-up here keeps the linker from dropping it out of the static library.
+// (Q_INIT_RESOURCE must be used outside namespaces.)
+static void InitRawPictures() {
+    static const bool done = [] {
+        Q_INIT_RESOURCE(rawpictures);
+        return true;
+    }();
+    (void)done;
+}
+
 namespace look {
 
 namespace {
@@ -69,10 +82,36 @@ QColor Bgr(std::int32_t bgr) {
     return QColor(static_cast<int>(v & 0xFF), static_cast<int>((v >> 8) & 0xFF), static_cast<int>((v >> 16) & 0xFF));
 }
 
+// The picture at ":/raw/<name>.px", the decoded twin of ":/<name>.png" made
+// by tools/rawpicture, drawn from the program's own pages without a copy.
+// Null when there is none or it doesn't fit this machine (byte order,
+// alignment, a size that doesn't add up): the PNG is read instead.
+static QPixmap Predecoded(const QString& path) {
+    if (!path.startsWith(":/") || !path.endsWith(".png")) return {};
+    InitRawPictures();
+    const QResource raw(":/raw/" + path.mid(2).chopped(4) + ".px");
+    constexpr qint64 kHeader = 16;
+    if (!raw.isValid() || raw.compressionAlgorithm() != QResource::NoCompression || raw.size() < kHeader) return {};
+    const uchar* data = raw.data();
+    std::uint32_t head[3];
+    std::memcpy(head, data + 4, sizeof head);
+    const std::uint32_t width = head[1], height = head[2];
+    if (std::memcmp(data, "TSPX", 4) != 0 || head[0] != 0x01020304u || width == 0 || height == 0 || width > 8192 ||
+        height > 8192 || raw.size() != kHeader + qint64(width) * height * 4)
+        return {};
+    const uchar* pixels = data + kHeader;
+    if (reinterpret_cast<quintptr>(pixels) % alignof(std::uint32_t) != 0) return {};
+    // The image only reads the pixels; they stay where they are for the
+    // whole run, as the image needs.
+    const QImage image(pixels, int(width), int(height), int(width) * 4, QImage::Format_RGB32);
+    return QPixmap::fromImage(image, Qt::NoFormatConversion);
+}
+
 const QPixmap& Pixmap(const QString& path) {
     static QHash<QString, QPixmap> cache;
     auto it = cache.find(path);
     if (it == cache.end()) {
+        if (QPixmap ready = Predecoded(path); !ready.isNull()) return *cache.insert(path, ready);
         // Our pictures are all PNG. Told so, the reader goes straight to
         // Qt's own PNG decoder; left to guess, it would first load every
         // image format plugin on the system (SVG, GIF, ICO, JPEG) to ask

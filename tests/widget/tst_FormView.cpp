@@ -6,6 +6,7 @@
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
 #include "qt/view/FormView.h"
+#include "qt/view/Look.h"
 #include "sim/World.h"
 
 namespace {
@@ -175,6 +176,20 @@ private slots:
         QVERIFY2((painted - (QRegion(rect(Form().lblTimer)) + rect(Form().lblScore))).isEmpty(),
                  "a tick repainted more than the clock and the score");
         view->removeEventFilter(&spy);
+    }
+
+    // The window backgrounds are drawn from their decoded copies inside the
+    // program, where they lie, and look exactly as their PNGs do.
+    void backgroundsNeedNoDecoding() {
+        Q_INIT_RESOURCE(art);  // the pictures as drawn, from their PNGs
+        for (int picture : {101, 102}) {
+            const QImage drawn = look::Bitmap(picture).toImage();
+            const QImage png = QImage(QString(":/bitmap/%1.png").arg(picture)).convertToFormat(QImage::Format_RGB32);
+            QVERIFY(!png.isNull());
+            QCOMPARE(drawn, png);
+            const QResource raw(QString(":/raw/bitmap/%1.px").arg(picture));
+            QCOMPARE(static_cast<const void*>(drawn.constBits()), static_cast<const void*>(raw.data() + 16));
+        }
     }
 };
 
