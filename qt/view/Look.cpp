@@ -5,11 +5,11 @@
 #include <QFontMetricsF>
 
 #include <QCursor>
-#include <QDir>
 #include <QFontDatabase>
 #include <QHash>
 #include <QImageReader>
 #include <QResource>
+#include <QSet>
 
 #include <cstring>
 
@@ -39,22 +39,32 @@ const char* const kArial = "Liberation Sans";
 
 }  // namespace
 
+// A face file is handed to the font database the first time a face of it
+// is asked for: the database reads a font's whole character map as it takes
+// it in, and the message box, help and high scores need faces the window
+// doesn't. The files are stored uncompressed in the program: the database
+// reads them where they lie, and only the parts it uses are ever loaded.
+static void AddFace(const char* file) {
+    static QSet<QString> added;
+    const QString path = QStringLiteral(":/fonts/") + QLatin1String(file);
+    if (added.contains(path)) return;
+    added.insert(path);
+    const QResource font(path);
+    if (!font.isValid()) return;
+    if (font.compressionAlgorithm() == QResource::NoCompression)
+        QFontDatabase::addApplicationFontFromData(
+            QByteArray::fromRawData(reinterpret_cast<const char*>(font.data()), font.size()));
+    else
+        QFontDatabase::addApplicationFontFromData(font.uncompressedData());
+}
+
 void LoadFonts() {
-    static bool done = false;
-    if (done) return;
-    done = true;
-    // The fonts are stored uncompressed in the program: the font database
-    // reads them where they lie, and only the parts it uses are ever loaded.
-    QDir dir(":/fonts");
-    for (const QString& file : dir.entryList({"*.ttf", "*.otf", "*.TTF", "*.OTF"}, QDir::Files, QDir::Name)) {
-        const QResource font(dir.filePath(file));
-        if (!font.isValid()) continue;
-        if (font.compressionAlgorithm() == QResource::NoCompression)
-            QFontDatabase::addApplicationFontFromData(
-                QByteArray::fromRawData(reinterpret_cast<const char*>(font.data()), font.size()));
-        else
-            QFontDatabase::addApplicationFontFromData(font.uncompressedData());
-    }
+    // Adding a font empties Qt's font caches, so the window's own faces go
+    // in together before anything is drawn: added one by one while the
+    // first frame is drawn, each would throw away the faces set up before it.
+    for (const char* file :
+         {"Dosis-ExtraBold.otf", "RobotoSlab-Bold.otf", "LiberationMono-Bold.ttf", "LiberationSans-Bold.ttf"})
+        AddFace(file);
 }
 
 static QFont Make(const QString& family, double points, bool bold, bool underline) {
@@ -68,14 +78,28 @@ static QFont Make(const QString& family, double points, bool bold, bool underlin
 }
 
 QFont Japan(double points, bool, bool underline) {
+    AddFace("Dosis-ExtraBold.otf");
     QFont f = Make(kJapan, points, true, underline);
     f.setWeight(QFont::ExtraBold);
     return f;
 }
-QFont AmerType(double points, bool bold) { return Make(kAmerType, points, bold, false); }
-QFont Verdana(double points, bool bold, bool underline) { return Make(kVerdana, points, bold, underline); }
-QFont CourierBold(double points) { return Make(kCourier, points, true, false); }
-QFont Arial(double points, bool bold) { return Make(kArial, points, bold, false); }
+// Roboto Slab comes in bold alone; a plain AmerType is drawn from it too.
+QFont AmerType(double points, bool bold) {
+    AddFace("RobotoSlab-Bold.otf");
+    return Make(kAmerType, points, bold, false);
+}
+QFont Verdana(double points, bool bold, bool underline) {
+    AddFace(bold ? "DejaVuSans-Bold.ttf" : "DejaVuSans.ttf");
+    return Make(kVerdana, points, bold, underline);
+}
+QFont CourierBold(double points) {
+    AddFace("LiberationMono-Bold.ttf");
+    return Make(kCourier, points, true, false);
+}
+QFont Arial(double points, bool bold) {
+    AddFace(bold ? "LiberationSans-Bold.ttf" : "LiberationSans-Regular.ttf");
+    return Make(kArial, points, bold, false);
+}
 
 QColor Bgr(std::int32_t bgr) {
     const auto v = static_cast<std::uint32_t>(bgr);

@@ -13,7 +13,9 @@
 
 namespace look {
 
-// Loads the embedded fonts; safe to call more than once.
+// Loads the embedded fonts of the faces the main window draws with; safe to
+// call more than once. Every other face's font file is loaded the first
+// time the face is asked for.
 void LoadFonts();
 
 // The game's faces at a size in points, as it names them.
