@@ -109,7 +109,7 @@ int main(int argc, char** argv) {
     // window gets it as a picture (the drawing it was made from would load
     // Qt's SVG support for it alone).
     AfterFirstFrame(&window, [&app, &sounds, &music] {
-        app.setWindowIcon(QIcon(look::Pixmap(":/icons/tessuma-256.png")));
+        app.setWindowIcon(QIcon(look::Pixmap(":/icons/tessuma-64.png")));
         sounds.Release();
         music.Release();
     });

@@ -81,9 +81,12 @@ def make_all():
     surf.finish()
     _tidy_svg(path)
     written.append("icons/tessuma.svg")
-    s = cairo.ImageSurface(cairo.FORMAT_ARGB32, SIZE, SIZE)
+    # The window's own icon, as a bitmap: window managers show it at 16 to
+    # 64 pixels, and a larger one would be held decoded for the whole game.
+    s = cairo.ImageSurface(cairo.FORMAT_ARGB32, 64, 64)
     c = cairo.Context(s)
+    c.scale(64 / SIZE, 64 / SIZE)
     draw_icon(c)
-    save(s, "icons/tessuma-256.png", mode="RGBA")
-    written.append("icons/tessuma-256.png")
+    save(s, "icons/tessuma-64.png", mode="RGBA")
+    written.append("icons/tessuma-64.png")
     return written

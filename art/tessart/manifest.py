@@ -47,7 +47,7 @@ _add("controls/message_bg.png", (392, 160))
 _add("controls/update_bg.png", (392, 160))
 _add("controls/hand.png", (32, 32), "RGBA")
 _add("icons/tessuma.svg", None, None)
-_add("icons/tessuma-256.png", (256, 256), "RGBA")
+_add("icons/tessuma-64.png", (64, 64), "RGBA")
 
 FONTS = ["Dosis-ExtraBold.otf", "RobotoSlab-Bold.otf", "DejaVuSans.ttf",
          "DejaVuSans-Bold.ttf", "LiberationMono-Bold.ttf", "LiberationSans-Regular.ttf",
