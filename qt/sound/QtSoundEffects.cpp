@@ -33,20 +33,27 @@ QUrl EffectUrl(int effect) { return QUrl(QStringLiteral("qrc") + QtSoundEffects:
 
 }  // namespace
 
-QtSoundEffects::QtSoundEffects() {
-    InitSoundResources();
-    for (int effect = FirstEffect; effect <= LastEffect; ++effect) {
-        loaded_ += LoadResource(effect) ? 1 : 0;
-        auto& fx = cache_[effect - FirstEffect];
-        fx = std::make_unique<QSoundEffect>();
-        fx->setSource(EffectUrl(effect));
-    }
-}
+QtSoundEffects::QtSoundEffects() { InitSoundResources(); }
 
 QtSoundEffects::~QtSoundEffects() = default;
 
+int QtSoundEffects::LoadedCount() const {
+    int loaded = 0;
+    for (int effect = FirstEffect; effect <= LastEffect; ++effect) loaded += LoadResource(effect) ? 1 : 0;
+    return loaded;
+}
+
 void QtSoundEffects::Play(int effect) {
     if (effect < FirstEffect || effect > LastEffect) return;
+    // The effect's sample goes into Qt's cache on its first play, and its
+    // keeper holds it there from then on. Most games hear three or four of
+    // the seven; loading all of them at start-up would hold the others'
+    // samples (about 0.7 MB) for nothing.
+    auto& keeper = cache_[effect - FirstEffect];
+    if (!keeper) {
+        keeper = std::make_unique<QSoundEffect>();
+        keeper->setSource(EffectUrl(effect));
+    }
     // A new effect replaces the one still sounding.
     current_.reset();
     current_ = std::make_unique<QSoundEffect>(QMediaDevices::defaultAudioOutput());

@@ -3,8 +3,8 @@
 // player, QSoundEffect.
 //
 // The effects are PCM WAVE files compiled into the program
-// (":/sounds/101.wav" to ":/sounds/107.wav"), loaded once into Qt's sample
-// cache and played from memory. Each sound gets a player of its own, made
+// (":/sounds/101.wav" to ":/sounds/107.wav"), loaded into Qt's sample cache
+// the first time each is played and played from memory after that. Each sound gets a player of its own, made
 // for the default output of the moment: on PulseAudio a QSoundEffect played
 // a second time misses every other start (it still reports playing long
 // after its sound ended), while a fresh player on the cached sample never
@@ -57,18 +57,17 @@ public:
     static QString ResourcePath(int effect);
 
     // How many of the seven effects are plain PCM waves that the player takes.
-    int LoadedCount() const { return loaded_; }
+    int LoadedCount() const;
     // The effect sounding now, or 0.
     int Playing() const;
     // How many effects were handed to a player so far.
     int Started() const { return started_; }
 
 private:
-    // One loaded player per effect, never played: they keep the samples in
-    // Qt's cache, so that a new player starts at once.
+    // One loaded player per effect played so far, never played itself: it
+    // keeps the sample in Qt's cache, so that a new player starts at once.
     std::array<std::unique_ptr<QSoundEffect>, LastEffect - FirstEffect + 1> cache_;
     std::unique_ptr<QSoundEffect> current_;
     int currentEffect_ = 0;
-    int loaded_ = 0;
     int started_ = 0;
 };
