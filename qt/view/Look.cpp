@@ -109,25 +109,27 @@ QColor Bgr(std::int32_t bgr) {
 // The picture at ":/raw/<name>.px", the decoded twin of ":/<name>.png" made
 // by tools/rawpicture, drawn from the program's own pages without a copy.
 // Null when there is none or it doesn't fit this machine (byte order,
-// alignment, a size that doesn't add up): the PNG is read instead.
+// alignment, a format or size that doesn't add up): the PNG is read instead.
 static QPixmap Predecoded(const QString& path) {
     if (!path.startsWith(":/") || !path.endsWith(".png")) return {};
     InitRawPictures();
     const QResource raw(":/raw/" + path.mid(2).chopped(4) + ".px");
-    constexpr qint64 kHeader = 16;
+    constexpr qint64 kHeader = 20;
     if (!raw.isValid() || raw.compressionAlgorithm() != QResource::NoCompression || raw.size() < kHeader) return {};
     const uchar* data = raw.data();
-    std::uint32_t head[3];
+    std::uint32_t head[4];
     std::memcpy(head, data + 4, sizeof head);
     const std::uint32_t width = head[1], height = head[2];
+    const auto format = static_cast<QImage::Format>(head[3]);
     if (std::memcmp(data, "TSPX", 4) != 0 || head[0] != 0x01020304u || width == 0 || height == 0 || width > 8192 ||
-        height > 8192 || raw.size() != kHeader + qint64(width) * height * 4)
+        height > 8192 || raw.size() != kHeader + qint64(width) * height * 4 ||
+        (format != QImage::Format_RGB32 && format != QImage::Format_ARGB32_Premultiplied))
         return {};
     const uchar* pixels = data + kHeader;
     if (reinterpret_cast<quintptr>(pixels) % alignof(std::uint32_t) != 0) return {};
     // The image only reads the pixels; they stay where they are for the
     // whole run, as the image needs.
-    const QImage image(pixels, int(width), int(height), int(width) * 4, QImage::Format_RGB32);
+    const QImage image(pixels, int(width), int(height), int(width) * 4, format);
     return QPixmap::fromImage(image, Qt::NoFormatConversion);
 }
 

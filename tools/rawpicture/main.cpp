@@ -2,15 +2,18 @@
 //
 //   tessuma-rawpicture in.png out.px
 //
-// The game draws a few large pictures in its very first frame. Decoding a
-// PNG of the whole window takes a few milliseconds at start-up; the .px form
-// is the decoded pixels themselves, stored uncompressed among the program's
-// resources, which the game draws where they lie (qt/view/Look.cpp reads it).
+// The game's first frame draws about twenty pictures: the background, the
+// button faces, the cursor. Decoding them from PNG takes several
+// milliseconds at start-up; the .px form is the decoded pixels themselves,
+// stored uncompressed among the program's resources, which the game draws
+// where they lie (qt/view/Look.cpp reads it).
 //
 // Layout, all numbers 32-bit in the byte order of the machine that built it:
-//   "TSPX", 0x01020304 (byte-order mark), width, height, then height rows of
-//   width pixels as 0xffRRGGBB, no padding. A reader on a machine of the
-//   other byte order sees the mark reversed and falls back to the PNG.
+//   "TSPX", 0x01020304 (byte-order mark), width, height, pixel format, then
+//   height rows of width pixels, no padding. The format is Qt's number for
+//   it: 4 for an opaque picture (0xffRRGGBB), 6 for one with transparency
+//   (premultiplied 0xAARRGGBB). A reader on a machine of the other byte
+//   order sees the mark reversed and falls back to the PNG.
 #include <QImage>
 #include <QImageReader>
 #include <QSaveFile>
@@ -29,14 +32,11 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "tessuma-rawpicture: %s: %s\n", argv[1], qPrintable(reader.errorString()));
         return 1;
     }
-    if (image.hasAlphaChannel()) {
-        std::fprintf(stderr, "tessuma-rawpicture: %s: has transparency; only opaque pictures are stored raw\n",
-                     argv[1]);
-        return 1;
-    }
-    image = image.convertToFormat(QImage::Format_RGB32);
-    const std::uint32_t header[3] = {0x01020304u, static_cast<std::uint32_t>(image.width()),
-                                     static_cast<std::uint32_t>(image.height())};
+    image = image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                          : QImage::Format_RGB32);
+    const std::uint32_t header[4] = {0x01020304u, static_cast<std::uint32_t>(image.width()),
+                                     static_cast<std::uint32_t>(image.height()),
+                                     static_cast<std::uint32_t>(image.format())};
     QByteArray out("TSPX");
     out.append(reinterpret_cast<const char*>(header), sizeof header);
     for (int y = 0; y < image.height(); ++y)
