@@ -46,9 +46,8 @@ int QtSoundEffects::LoadedCount() const {
 void QtSoundEffects::Play(int effect) {
     if (effect < FirstEffect || effect > LastEffect) return;
     // The effect's sample goes into Qt's cache on its first play, and its
-    // keeper holds it there from then on. Most games hear three or four of
-    // the seven; loading all of them at start-up would hold the others'
-    // samples (about 0.7 MB) for nothing.
+    // keeper holds it there from then on. An effect not heard yet holds no
+    // memory (all seven held about half a megabyte from the start).
     auto& keeper = cache_[effect - FirstEffect];
     if (!keeper) {
         keeper = std::make_unique<QSoundEffect>();

@@ -3,14 +3,14 @@
 // player, QSoundEffect.
 //
 // The effects are PCM WAVE files compiled into the program
-// (":/sounds/101.wav" to ":/sounds/107.wav"), loaded into Qt's sample cache
-// the first time each is played and played from memory after that. Each sound gets a player of its own, made
-// for the default output of the moment: on PulseAudio a QSoundEffect played
-// a second time misses every other start (it still reports playing long
-// after its sound ended), while a fresh player on the cached sample never
-// does, and it follows the sound server when that restarts. A new effect
-// stops the one still playing: nothing is queued and nothing is mixed.
-// Play() returns at once. Without a sound device the game goes on in silence.
+// (":/sounds/101.wav" to ":/sounds/107.wav"), each loaded into Qt's sample
+// cache the first time it is played and played from memory after that. Each
+// sound gets a player of its own, made for the default output of the moment:
+// on PulseAudio a QSoundEffect played a second time misses every other start
+// (it still reports playing long after its sound ended), while a fresh player
+// on the cached sample never does, and it follows the sound server when that
+// restarts. A new effect stops the one still playing: nothing is queued and
+// nothing is mixed. Play() returns at once. Without a sound device the game goes on in silence.
 // Whether sounds are switched on is the caller's business. Create it after
 // the application object and destroy it before.
 

@@ -13,7 +13,7 @@
 
 #include <cstring>
 
-// The decoded backgrounds live in a resource file of their own; naming its
+// The decoded pictures live in a resource file of their own; naming its
 // set-up here keeps the linker from dropping it out of the static library.
 // (Q_INIT_RESOURCE must be used outside namespaces.)
 static void InitRawPictures() {
