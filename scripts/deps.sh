@@ -7,13 +7,16 @@ PKGS=(
   build-essential cmake ninja-build pkg-config git
   qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev libqt6svg6-dev qt6-tools-dev
   libgl-dev libgtest-dev libgmock-dev googletest libbenchmark-dev
-  libmpg123-dev
+  libmpg123-dev libpulse-dev
   fonts-dejavu-core
   xvfb xauth imagemagick poppler-utils
   libcups2-dev
-  # The real-world tests: a window manager and real input, a sound server,
-  # a print queue that writes PDFs, a German locale for the number checks.
+  # The real-world tests: a window manager and real input, the two sound
+  # servers (PulseAudio, and PipeWire with its session manager on a private
+  # session bus) and numpy to listen to their recordings, a print queue that
+  # writes PDFs, a German locale for the number checks.
   openbox xdotool x11-utils wmctrl pulseaudio pulseaudio-utils
+  pipewire pipewire-bin pipewire-pulse wireplumber dbus python3-numpy
   cups cups-client cups-bsd printer-driver-cups-pdf
   locales python3
 )

@@ -1,5 +1,7 @@
 // The music device over libmpg123 and QAudioSink, answering as the game's device commands expect.
 #include "qt/sound/QtMusicDevice.h"
+#include "qt/sound/Sink.h"
+#include "qt/sound/SinkWatch.h"
 
 #include <QAudio>
 #include <QAudioDevice>
@@ -11,7 +13,6 @@
 #include <QIODevice>
 #include <QMediaDevices>
 #include <QString>
-#include <QThread>
 #include <QTimer>
 
 #include <mpg123.h>
@@ -29,11 +30,17 @@ struct DecoderDeleter {
 };
 using Decoder = std::unique_ptr<mpg123_handle, DecoderDeleter>;
 
-// How much sound the sink is asked to hold, and how often it is topped up.
-// The server grants about half the buffer asked for; a top-up every half
-// second keeps it well away from running dry.
-constexpr qint64 kBufferAskedUs = 2'000'000;
-constexpr int kTopUpMs = 500;
+// How much sound the sink is asked to hold. The server grants what suits the
+// sink's own latency (a quarter of a second to a second); the feed tops it
+// up four times over the buffer it got, at most every half second.
+constexpr qint64 kBufferAskedUs = 1'000'000;
+constexpr int kTopUpMaxMs = 500;
+constexpr int kTopUpMinMs = 40;
+// A sink that has played nothing for this long while it should play is
+// given up and started anew (on the server's default output as it is then).
+constexpr qint64 kStalledMs = 2000;
+// A sink that went away is looked for again this often.
+constexpr qint64 kRetryMs = 1000;
 // A song without an exact length in its header is read through to count its
 // frames (a few milliseconds for a song of ours) unless it is bigger than
 // this; then its length is estimated from its bit rate.
@@ -70,16 +77,19 @@ Decoder OpenDecoder(const QString& path, long& rate, int& channels, long& length
 
 // Hands the sink the song's samples, decoded as the sink asks for them, up to
 // a mark. The sink polls its source every 20 ms until the source answers
-// "nothing yet" (and it asks only while it has room for a read). So, once
-// the first burst has filled the sink so far that it starts playing, each
-// burst ends with that answer while there is still room for one more read,
-// the feed stays quiet until the next top-up, and a playing song wakes the
-// program a few times a second instead of fifty.
+// "nothing yet" (and it asks only while it has room for a read). So each
+// top-up fills the sink to the brim, and the source answers "nothing yet" on
+// the first read after that: the sink has played since, so it is running and
+// holds nearly its whole buffer. The feed then rests until the next top-up,
+// and a playing song wakes the program a few times a second instead of fifty.
+//
+// Resting only after the brim matters: a server that ran dry waits for
+// nearly a whole buffer before it plays again, and a source that rested a
+// read short of that would wait for the server while the server waits for it.
 class SongFeed : public QIODevice {
 public:
     SongFeed(mpg123_handle* decoder, const QAudioFormat& format, QAudioSink* sink)
-        : QIODevice(sink), decoder_(decoder), sink_(sink), frameBytes_(format.bytesPerFrame()),
-          burstCap_(format.bytesForDuration(qint64(kTopUpMs) * 2000)) {
+        : QIODevice(sink), decoder_(decoder), sink_(sink), frameBytes_(format.bytesPerFrame()) {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
@@ -89,14 +99,12 @@ public:
         total_ = left_;
         exhausted_ = left_ <= 0;
         resting_ = false;
-        primed_ = false;
-        burst_ = 0;
-        given_ = 0;
+        brim_ = false;
     }
     void TopUp() {
         if (exhausted_) return;
         resting_ = false;
-        burst_ = 0;
+        brim_ = false;
         emit readyRead();
     }
 
@@ -108,20 +116,19 @@ public:
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override {
-        if (!primed_) primed_ = given_ >= sink_->bufferSize();
-        if (primed_ && !exhausted_ && !resting_ && sink_->bytesFree() < 2 * maxSize) resting_ = true;
+        if (brim_) resting_ = true;
         if (exhausted_ || resting_) return 0;
+        const qint64 room = sink_->bytesFree();
         const qint64 want = std::min(maxSize - maxSize % frameBytes_, left_);
         size_t done = 0;
         const int rc = want > 0 ? mpg123_read(decoder_, reinterpret_cast<unsigned char*>(data), size_t(want), &done)
                                 : MPG123_DONE;
         done -= done % size_t(frameBytes_);
         left_ -= qint64(done);
-        burst_ += qint64(done);
-        given_ += qint64(done);
         // The end of the file, a damaged stretch the decoder gives up on, or the mark.
         if (left_ <= 0 || (rc != MPG123_OK && rc != MPG123_NEW_FORMAT)) exhausted_ = true;
-        if (primed_ && burst_ >= burstCap_) resting_ = true;
+        // The sink can't take another read of this size until it has played.
+        if (room - qint64(done) < maxSize) brim_ = true;
         return qint64(done);
     }
     qint64 writeData(const char*, qint64) override { return -1; }
@@ -130,27 +137,12 @@ private:
     mpg123_handle* decoder_;
     QAudioSink* sink_;
     const int frameBytes_;
-    const qint64 burstCap_;  // at most two top-ups' worth in one burst
     qint64 left_ = 0;
     qint64 total_ = 0;
-    qint64 burst_ = 0;
-    qint64 given_ = 0;
     bool exhausted_ = true;
     bool resting_ = false;
-    bool primed_ = false;  // a whole buffer given: the sink plays (it waits for nearly that much)
+    bool brim_ = false;  // this top-up has filled the sink
 };
-
-// A sink's destructor runs the event loop once; from inside a handler that
-// would run other handlers too early, so a sink goes when the loop is free.
-void Discard(QAudioSink* sink) {
-    if (!sink) return;
-    QObject::disconnect(sink, nullptr, nullptr, nullptr);
-    sink->stop();
-    if (QThread::currentThread()->loopLevel() > 0)
-        sink->deleteLater();
-    else
-        delete sink;
-}
 
 }  // namespace
 
@@ -160,33 +152,52 @@ struct QtMusicDevice::Device {
     QAudioFormat format;
     long length = -1;
     int volume = 1000;
-    bool noDevice = false;  // no audio device, or the one there was went away
+    std::shared_ptr<SinkWatch> watch = SinkWatch::Shared();
 
     // Where the song is: `at` while halted; while running, `at` is where this
-    // run began, and the time since comes from the sink or, when silent, from
-    // the clock (which runs in both cases, to stand in for a sink that is lost).
+    // stretch of the run began, and the time since comes from the sink or,
+    // without one, from the clock. A run without a sink (the volume at 0, no
+    // output, the server gone) still goes on in time; a sink that comes back
+    // takes over at the clock's place.
     long at = 0;
     long stopAt = -1;  // where a partial play halts, -1 for the end
     bool running = false;
     QElapsedTimer clock;
     QAudioSink* sink = nullptr;
     SongFeed* feed = nullptr;  // owned by the sink
+    QByteArray output;         // the output the sink plays on
     QTimer topUp;
+    // The sink's watch: how far it had played when last asked, since when
+    // it has played nothing more, and since the last try to make a sink.
+    qint64 played = 0;
+    QElapsedTimer sincePlayed;
+    QElapsedTimer sinceTry;
+    // Since the feed handed over the song's last samples, and how far the
+    // sink had played then: from there the song ends by the clock (the sink
+    // counts what it has played only up to its own latency short of the end).
+    QElapsedTimer sinceLast;
+    qint64 playedAtLast = 0;
 
-    ~Device() { Discard(sink); }
+    ~Device() { sound::Discard(sink); }
 
-    bool Silent() const { return noDevice || volume == 0; }
+    bool Silent() const { return volume == 0; }
     long Mark() const { return stopAt >= 0 ? stopAt : length; }
 
     long Here() const {
         if (!running) return at;
-        const qint64 since = sink ? sink->processedUSecs() / 1000 : clock.elapsed();
+        const qint64 since = sink ? SinkPlayed() : clock.elapsed();
         return long(std::min<qint64>(at + since, Mark()));
+    }
+
+    qint64 SinkPlayed() const {
+        // A sink that has stopped says 0; what it played before stays played.
+        const qint64 counted = std::max<qint64>(sink->processedUSecs() / 1000, played);
+        return sinceLast.isValid() ? std::max(counted, playedAtLast + sinceLast.elapsed()) : counted;
     }
 
     void DropSink() {
         topUp.stop();
-        Discard(sink);
+        sound::Discard(sink);
         sink = nullptr;
         feed = nullptr;
     }
@@ -201,15 +212,13 @@ struct QtMusicDevice::Device {
     void Run() {
         running = true;
         clock.start();
-        if (Silent() || !StartSink()) DropSink();
+        sinceTry.start();
+        if (!Silent() && !StartSink()) DropSink();
     }
 
     bool StartSink() {
-        const QAudioDevice out = QMediaDevices::defaultAudioOutput();
-        if (out.isNull()) {
-            noDevice = true;
-            return false;
-        }
+        const QAudioDevice out = watch->Output();
+        if (out.isNull()) return false;
         const off_t sample = off_t(qint64(at) * format.sampleRate() / 1000);
         if (mpg123_seek(decoder.get(), sample, SEEK_SET) < 0) return false;
         sink = new QAudioSink(out, format);
@@ -218,24 +227,64 @@ struct QtMusicDevice::Device {
         feed = new SongFeed(decoder.get(), format, sink);
         feed->Begin(format.bytesForDuration(qint64(Mark() - at) * 1000));
         sink->start(feed);
-        if (sink->state() == QAudio::StoppedState) {
-            noDevice = true;  // the sound server is not there after all
-            return false;
-        }
+        if (sink->state() == QAudio::StoppedState) return false;  // the server is not there after all
+        output = out.id();
+        played = 0;
+        sincePlayed.start();
+        sinceLast.invalidate();
         QObject::connect(sink, &QAudioSink::stateChanged, sink, [this](QAudio::State state) {
             if (state == QAudio::StoppedState && sink && sink->error() != QAudio::NoError) Lost();
         });
+        const qint64 grantedMs = format.durationForBytes(sink->bufferSize()) / 1000;
+        topUp.setInterval(int(std::clamp<qint64>(grantedMs / 4, kTopUpMinMs, kTopUpMaxMs)));
         topUp.start();
         return true;
     }
 
-    // The sound server went away mid-song (the sink, stopped, no longer
-    // knows how far it got): the clock takes over from its own place.
+    // The sink stopped playing (the server went away, the stream failed, it
+    // played nothing for too long): the clock takes over from what was heard,
+    // and a sink is looked for again before long.
     void Lost() {
-        at = long(std::min<qint64>(at + clock.elapsed(), Mark()));
+        if (!sink) return;
+        at = long(std::min<qint64>(at + SinkPlayed(), Mark()));
         clock.start();
+        sinceTry.start();
         DropSink();
-        noDevice = true;
+    }
+
+    // Four times a second while a song plays (the game asks where it is),
+    // and whenever the server's outputs change: a sink that plays nothing, or
+    // on an output that is no longer the default, is started anew; a run
+    // that lost its sink gets one again once there is an output.
+    void Watch() {
+        if (!running || Silent() || !decoder) return;
+        if (sink) {
+            const qint64 now = SinkPlayed();
+            if (now > played) {
+                played = now;
+                sincePlayed.start();
+            }
+            if (feed->atEnd()) {
+                if (!sinceLast.isValid()) {
+                    playedAtLast = now;
+                    sinceLast.start();
+                }
+                sincePlayed.start();  // nothing more to play is no stall
+            }
+            const QAudioDevice out = watch->Output();
+            const bool moved = out.isNull() || out.id() != output;
+            if (moved || sincePlayed.elapsed() >= kStalledMs) {
+                Lost();
+                if (!moved) return;  // a stalled sink rests a while first
+                sinceTry.invalidate();
+            }
+        }
+        if (!sink && (!sinceTry.isValid() || sinceTry.elapsed() >= kRetryMs)) {
+            at = Here();
+            clock.start();
+            sinceTry.start();
+            if (!StartSink()) DropSink();
+        }
     }
 };
 
@@ -269,12 +318,11 @@ int QtMusicDevice::Open(const std::string& alias, const std::string& path) {
     } else {
         dev->length = -1;
     }
-    dev->noDevice = QMediaDevices::audioOutputs().isEmpty();
-    dev->topUp.setInterval(kTopUpMs);
     Device* d = dev.get();
     QObject::connect(&dev->topUp, &QTimer::timeout, [d] {
         if (d->feed) d->feed->TopUp();
     });
+    QObject::connect(dev->watch.get(), &SinkWatch::Changed, &dev->topUp, [d] { d->Watch(); });
     dev_ = std::move(dev);
     return Success;
 }
@@ -313,6 +361,7 @@ long QtMusicDevice::Length(const std::string& alias) {
 long QtMusicDevice::Position(const std::string& alias) {
     Device* d = Find(alias);
     if (!d || d->length < 0) return -1;
+    d->Watch();
     const long here = d->Here();
     // At the mark a partial play halts, and a whole one has ended.
     if (d->running && here >= d->Mark()) d->Halt();

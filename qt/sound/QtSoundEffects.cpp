@@ -1,14 +1,18 @@
-// The sound effects over QSoundEffect.
+// The sound effects over QAudioSink.
 #include "qt/sound/QtSoundEffects.h"
 
 #include <QAudioDevice>
+#include <QAudioFormat>
+#include <QAudioSink>
+#include <QBuffer>
 #include <QFile>
-#include <QMediaDevices>
-#include <QSoundEffect>
-#include <QUrl>
+#include <QTimer>
 #include <QtEndian>
 
 #include <cstring>
+
+#include "qt/sound/Sink.h"
+#include "qt/sound/SinkWatch.h"
 
 // The resources live in a static library; naming the initialiser keeps the
 // linker from dropping them. Q_INIT_RESOURCE must be used outside namespaces.
@@ -25,44 +29,103 @@ namespace {
 quint16 U16(const char* p) { return qFromLittleEndian<quint16>(p); }
 quint32 U32(const char* p) { return qFromLittleEndian<quint32>(p); }
 
+// How long a server may take to play a sound it was handed, at most.
+constexpr int kHeardWithinMs = 5000;
+
+QAudioFormat::SampleFormat SampleFormatOf(const WavePcm& w) {
+    switch (w.bitsPerSample) {
+        case 8: return QAudioFormat::UInt8;
+        case 16: return QAudioFormat::Int16;
+        case 32: return QAudioFormat::Int32;
+        default: return QAudioFormat::Unknown;  // 24-bit samples: Qt has no such format
+    }
+}
+
 }  // namespace
 
-namespace {
-
-QUrl EffectUrl(int effect) { return QUrl(QStringLiteral("qrc") + QtSoundEffects::ResourcePath(effect)); }
-
-}  // namespace
-
-QtSoundEffects::QtSoundEffects() { InitSoundResources(); }
-
-QtSoundEffects::~QtSoundEffects() = default;
+QtSoundEffects::QtSoundEffects() : watch_(SinkWatch::Shared()) { InitSoundResources(); }
 
 int QtSoundEffects::LoadedCount() const {
     int loaded = 0;
-    for (int effect = FirstEffect; effect <= LastEffect; ++effect) loaded += LoadResource(effect) ? 1 : 0;
+    for (int effect = FirstEffect; effect <= LastEffect; ++effect) {
+        const auto wave = LoadResource(effect);
+        loaded += wave && SampleFormatOf(*wave) != QAudioFormat::Unknown ? 1 : 0;
+    }
     return loaded;
+}
+
+const WavePcm* QtSoundEffects::Sample(int effect) {
+    const std::size_t i = std::size_t(effect - FirstEffect);
+    if (!read_[i]) {
+        read_[i] = true;
+        samples_[i] = LoadResource(effect);
+        if (samples_[i] && SampleFormatOf(*samples_[i]) == QAudioFormat::Unknown) samples_[i].reset();
+    }
+    return samples_[i] ? &*samples_[i] : nullptr;
+}
+
+void QtSoundEffects::StopCurrent() {
+    sound::Discard(current_);
+    current_ = nullptr;
+    currentEffect_ = 0;
+}
+
+QtSoundEffects::~QtSoundEffects() {
+    StopCurrent();
+    for (const QPointer<QAudioSink>& sink : finishing_) sound::Discard(sink.data());
 }
 
 void QtSoundEffects::Play(int effect) {
     if (effect < FirstEffect || effect > LastEffect) return;
-    // The effect's sample goes into Qt's cache on its first play, and its
-    // keeper holds it there from then on. An effect not heard yet holds no
-    // memory (all seven held about half a megabyte from the start).
-    auto& keeper = cache_[effect - FirstEffect];
-    if (!keeper) {
-        keeper = std::make_unique<QSoundEffect>();
-        keeper->setSource(EffectUrl(effect));
-    }
-    // A new effect replaces the one still sounding.
-    current_.reset();
-    current_ = std::make_unique<QSoundEffect>(QMediaDevices::defaultAudioOutput());
-    current_->setSource(EffectUrl(effect));
-    current_->play();  // starts as soon as the cached sample is taken up
-    currentEffect_ = effect;
     ++started_;
+    // A new effect replaces the one still sounding. One that has had its
+    // time is left to end on the server's side: a server with long buffers
+    // plays a sound a while after it was handed over, and a sink let go
+    // takes its sound with it.
+    if (current_ && since_.elapsed() < currentMs_) StopCurrent();
+    current_ = nullptr;
+    const WavePcm* wave = Sample(effect);
+    // On the output the server plays on now; none (the server restarting,
+    // the default sink just gone) and the effect goes unheard.
+    const QAudioDevice output = watch_->Output();
+    if (!wave || output.isNull()) return;
+
+    QAudioFormat format;
+    format.setSampleRate(wave->sampleRate);
+    format.setChannelCount(wave->channels);
+    format.setSampleFormat(SampleFormatOf(*wave));
+    auto* sink = new QAudioSink(output, format);
+    // The sound's size tells the sink when it has it all: the server starts
+    // playing then, whatever it would wait for otherwise.
+    auto* source = new QBuffer(sink);
+    source->setData(wave->data);  // shared, not copied
+    source->open(QIODevice::ReadOnly);
+    sink->start(source);
+    if (sink->state() == QAudio::StoppedState) {  // no server after all
+        sound::Discard(sink);
+        return;
+    }
+    current_ = sink;
+    currentEffect_ = effect;
+    currentMs_ = qint64(wave->Seconds() * 1000);
+    since_.start();
+    // Once it has surely been heard (the longest buffer a server keeps is a
+    // couple of seconds), its sink goes.
+    finishing_.removeAll(nullptr);
+    finishing_.append(sink);
+    QTimer::singleShot(int(currentMs_) + kHeardWithinMs, sink, [this, sink] {
+        if (current_ == sink) {
+            current_ = nullptr;
+            currentEffect_ = 0;
+        }
+        finishing_.removeAll(sink);
+        sound::Discard(sink);
+    });
 }
 
-int QtSoundEffects::Playing() const { return current_ && current_->isPlaying() ? currentEffect_ : 0; }
+int QtSoundEffects::Playing() const {
+    return current_ && since_.elapsed() < currentMs_ ? currentEffect_ : 0;
+}
 
 std::optional<WavePcm> QtSoundEffects::ParseWave(const QByteArray& file) {
     const char* d = file.constData();

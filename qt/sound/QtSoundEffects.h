@@ -1,20 +1,23 @@
 #pragma once
-// The game's seven sound effects, played by Qt Multimedia's own effect
-// player, QSoundEffect.
+// The game's seven sound effects, played through QAudioSink.
 //
 // The effects are PCM WAVE files compiled into the program
-// (":/sounds/101.wav" to ":/sounds/107.wav"), each loaded into Qt's sample
-// cache the first time it is played and played from memory after that. Each
-// sound gets a player of its own, made for the default output of the moment:
-// on PulseAudio a QSoundEffect played a second time misses every other start
-// (it still reports playing long after its sound ended), while a fresh player
-// on the cached sample never does, and it follows the sound server when that
-// restarts. A new effect stops the one still playing: nothing is queued and
-// nothing is mixed. Play() returns at once. Without a sound device the game goes on in silence.
-// Whether sounds are switched on is the caller's business. Create it after
-// the application object and destroy it before.
+// (":/sounds/101.wav" to ":/sounds/107.wav"), each read the first time it is
+// played and played from memory after that. Each sound gets a sink of its
+// own on the output the sound server plays on at that moment, so it follows
+// the server when that restarts or the player picks another output. The sink
+// is told how long the sound is: a server running with long buffers waits
+// for a buffer's worth of sound before it plays, and a sound shorter than
+// that (the 50 ms click) would otherwise never start. A new effect stops the
+// one still playing: nothing is queued and nothing is mixed. Play() returns
+// at once. Without a sound device the game goes on in silence. Whether
+// sounds are switched on is the caller's business. Create it after the
+// application object and destroy it before.
 
 #include <QByteArray>
+#include <QElapsedTimer>
+#include <QList>
+#include <QPointer>
 #include <QString>
 
 #include <array>
@@ -23,7 +26,8 @@
 
 #include "forms/Ports.h"
 
-class QSoundEffect;
+class QAudioSink;
+class SinkWatch;
 
 // The samples of one RIFF WAVE file with plain PCM data.
 struct WavePcm {
@@ -56,7 +60,7 @@ public:
     static std::optional<WavePcm> LoadResource(int effect);
     static QString ResourcePath(int effect);
 
-    // How many of the seven effects are plain PCM waves that the player takes.
+    // How many of the seven effects are PCM waves that the player takes.
     int LoadedCount() const;
     // The effect sounding now, or 0.
     int Playing() const;
@@ -64,10 +68,18 @@ public:
     int Started() const { return started_; }
 
 private:
-    // One loaded player per effect played so far, never played itself: it
-    // keeps the sample in Qt's cache, so that a new player starts at once.
-    std::array<std::unique_ptr<QSoundEffect>, LastEffect - FirstEffect + 1> cache_;
-    std::unique_ptr<QSoundEffect> current_;
+    // An effect's samples, read on its first play and kept; nothing for one
+    // that can't be played.
+    const WavePcm* Sample(int effect);
+    void StopCurrent();
+
+    std::array<std::optional<WavePcm>, LastEffect - FirstEffect + 1> samples_;
+    std::array<bool, LastEffect - FirstEffect + 1> read_{};
+    std::shared_ptr<SinkWatch> watch_;  // which output to play on
+    QAudioSink* current_ = nullptr;     // the sink of the effect sounding now
+    QList<QPointer<QAudioSink>> finishing_;  // every sink still at the server, current_ too
     int currentEffect_ = 0;
+    qint64 currentMs_ = 0;              // its length
+    QElapsedTimer since_;               // since it started
     int started_ = 0;
 };
