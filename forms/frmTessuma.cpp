@@ -291,8 +291,17 @@ bool frmTessuma::KeyPress(int KeyCode, int Shift, const std::string& Text) {
         DeliverQueuedKeys();
         return true;
     }
-    const ControlRef focus = FocusedControl();
-    if (focus.name != "txtCell") return false;
+    ControlRef focus = FocusedControl();
+    if (focus.name != "txtCell") {
+        // The cell the keyboard was in went out of sight under it (a wrong
+        // digit is taken out and its box hidden, Esc hides an empty box):
+        // the keyboard stays with it, and its next key shows the box again,
+        // as the walk shows a cell it stops on.
+        const int cell = KeyboardCell();
+        if (cell < 0) return false;
+        txtCell[static_cast<std::size_t>(cell)].Visible = true;
+        focus = {"txtCell", cell};
+    }
     txtCell_KeyDown(focus.index, KeyCode, Shift);
     if (KeyCode == keys::kTab) {
         TabForward();
@@ -337,6 +346,14 @@ ControlRef frmTessuma::FocusedControl() const {
     if (Focus.name == "picMark" && i < picMark.size()) return picMark[i].Visible ? Focus : ControlRef{};
     if (Focus.name == "picFrame" && i < picFrame.size()) return picFrame[i].Visible ? Focus : ControlRef{};
     return Focus;
+}
+
+int frmTessuma::KeyboardCell() const {
+    if (Focus.name != "txtCell" || Focus.index < 0 || Focus.index >= static_cast<int>(txtCell.size())) return -1;
+    const TextField& c = txtCell[static_cast<std::size_t>(Focus.index)];
+    if (c.Locked) return -1;
+    if (c.Visible) return Focus.index;
+    return c.Text.empty() && BoardUncovered() ? Focus.index : -1;
 }
 
 void frmTessuma::SendKeys(const std::string& keys) { KeyQueue.push_back(keys); }

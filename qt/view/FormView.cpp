@@ -249,8 +249,8 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
             caretOn_ = true;
             caret_.stop();
         }
-        const ControlRef f = Form().FocusedControl();
-        if (f.name == "txtCell") update(R(Form().txtCell[static_cast<std::size_t>(f.index)]));
+        const int cell = Form().KeyboardCell();
+        if (cell >= 0) update(R(Form().txtCell[static_cast<std::size_t>(cell)]));
     });
     caret_.start();
     glide_.setInterval(15);
@@ -320,9 +320,7 @@ void FormView::Refresh() {
     if (!f.DragActive && glide_.isActive()) glide_.stop();
 
     // The caret blinks in a cell that takes typing, and only there.
-    const ControlRef focus = f.FocusedControl();
-    const bool blink = focus.name == "txtCell" && !f.txtCell[static_cast<std::size_t>(focus.index)].Locked &&
-                       sinceInput_.elapsed() < kCaretRestMs;
+    const bool blink = f.KeyboardCell() >= 0 && sinceInput_.elapsed() < kCaretRestMs;
     if (blink && !caret_.isActive()) caret_.start();
     if (!blink && caret_.isActive()) caret_.stop();
 
@@ -352,7 +350,8 @@ FormView::Drawn FormView::TakeDrawn() const {
 #define CONTROLS(Type, name, size, lo, hi) \
     for (const auto& c : f.name) AddDrawn(d.controls, c);
 #include "forms/frmTessuma.def"
-    d.whole = std::hash<int>{}(f.Picture) ^ std::hash<std::string>{}(f.FocusedControl().ToString()) * 31u;
+    d.whole = std::hash<int>{}(f.Picture) ^ std::hash<std::string>{}(f.FocusedControl().ToString()) * 31u ^
+              std::hash<int>{}(f.KeyboardCell()) * 131u;
     return d;
 }
 
@@ -515,7 +514,7 @@ void FormView::PaintPanel(QPainter& p) {
 
 void FormView::PaintBoard(QPainter& p) {
     frmTessuma& f = Form();
-    const ControlRef focus = f.FocusedControl();
+    const int keyboard = f.KeyboardCell();
     const QFont digitFont = look::Japan(20.25);
     const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
     const QFont markFont = look::CourierBold(12);
@@ -526,31 +525,31 @@ void FormView::PaintBoard(QPainter& p) {
         // the clock's tick beside the last column leaves the board alone.
         const QRect cell = R(c);
         if (!cell.intersects(exposed_)) continue;
+        // Only the cell the keyboard types into shows the edit highlight and
+        // the caret, and never on paper.
+        const bool focused = !onPaper && keyboard == static_cast<int>(i);
+        if (focused) {
+            p.setPen(Qt::NoPen);
+            p.setBrush(QColor(255, 246, 196, 210));
+            p.drawRoundedRect(QRectF(cell).adjusted(2.5, 2.5, -3.5, -3.5), 5, 5);
+        }
         if (c.Visible) {
-            // Only a cell the player can type into shows the edit highlight,
-            // and never on paper.
-            const bool focused = !onPaper && focus.name == "txtCell" && focus.index == static_cast<int>(i) && !c.Locked;
-            if (focused) {
-                p.setPen(Qt::NoPen);
-                p.setBrush(QColor(255, 246, 196, 210));
-                p.drawRoundedRect(QRectF(cell).adjusted(2.5, 2.5, -3.5, -3.5), 5, 5);
-            }
             p.setFont(digitFont);
             p.setPen(look::Bgr(c.ForeColor));
             p.drawText(cell.adjusted(0, 0, -1, -1), Qt::AlignCenter, Q(c.Text));
-            if (focused && c.Text.empty() && caretOn_) {
-                p.setPen(QPen(QColor(60, 60, 60), 1.5));
-                p.drawLine(QPointF(cell.center().x() + 0.5, cell.top() + 10),
-                           QPointF(cell.center().x() + 0.5, cell.bottom() - 10));
+        } else {
+            for (std::size_t k = 0; k < 3; ++k) {
+                const Label& l = f.lblViewPos[3 * i + k];
+                if (!l.Visible) continue;
+                p.setFont(markFont);
+                p.setPen(look::Bgr(l.ForeColor));
+                p.drawText(R(l), Qt::AlignCenter, Q(l.Caption));
             }
-            continue;
         }
-        for (std::size_t k = 0; k < 3; ++k) {
-            const Label& l = f.lblViewPos[3 * i + k];
-            if (!l.Visible) continue;
-            p.setFont(markFont);
-            p.setPen(look::Bgr(l.ForeColor));
-            p.drawText(R(l), Qt::AlignCenter, Q(l.Caption));
+        if (focused && c.Text.empty() && caretOn_) {
+            p.setPen(QPen(QColor(60, 60, 60), 1.5));
+            p.drawLine(QPointF(cell.center().x() + 0.5, cell.top() + 10),
+                       QPointF(cell.center().x() + 0.5, cell.bottom() - 10));
         }
     }
 }

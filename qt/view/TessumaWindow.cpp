@@ -188,6 +188,13 @@ void TessumaWindow::changeEvent(QEvent* e) {
         program_.MainForm->SetWindowState(0);
 }
 
+void TessumaWindow::focusInEvent(QFocusEvent* e) {
+    QGraphicsView::focusInEvent(e);
+    // A popup menu or a message box takes the keyboard from the form, and
+    // the scene forgets which of its items had it: the form takes it back.
+    if (view_ && proxy_ && scene()->focusItem() != proxy_) view_->setFocus(e->reason());
+}
+
 void TessumaWindow::closeEvent(QCloseEvent* e) {
     // The desktop's close (Alt+F4, the task bar) takes the game's own close
     // path, with its question about an unsaved game.
