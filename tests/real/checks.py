@@ -8,14 +8,15 @@ import time
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from rw import (World, Web, Failed, check, wait_until, cell_rect, ring_point, game_lines, send_text,  # noqa: E402
                 send_endless, white, main, Image)
+import hear  # noqa: E402
 
 rw_image = Image.load
 
 QUIET = "[Options]\nSounds=1\nVolume=0\n"
 SILENT = "[Options]\nSounds=0\nVolume=0\n"
 
-# Form points of the controls the checks use.
-CREATE, LOAD, PRINT = (68, 53), (68, 115), (68, 239)
+# Form points of the controls the checks use: the side buttons, 62 pixels apart.
+CREATE, LOAD, SAVE, PRINT, SOLVE, HIGHS, HELP = ((68, 53 + 62 * i) for i in range(7))
 MAXIMIZE = (569, 8)
 TIMER = (518, 144, 614, 165)
 
@@ -29,47 +30,120 @@ def windows_besides(w, main):
 
 
 # ---------------------------------------------------------------------------
-def effects_keep_sounding():
-    """Five popup sounds in a row are all heard, and after the sound server
-    restarts the effects come back."""
-    with World("effects") as w:
+# ---------------------------------------------------------------------------
+# Sound that lives with the sound server: the server changes under a game
+# playing with default settings, and the song and the effects come back by
+# themselves, on the output the server plays on then.
+
+SOUNDS_ON = "[Options]\nSounds=1\nVolume=75\n"
+
+
+def wait_song(rec, timeout, what):
+    """Until the last two seconds recorded hold the song."""
+    def playing():
+        signal = hear.load(rec.path)
+        end = len(signal) / hear.RATE
+        return end > 2 and not hear.silent_stretches(signal, end - 2, end, stretch_s=2, share=0.6) and end
+    return wait_until(playing, timeout, what, step=0.5)
+
+
+def wait_effect(rec, effect, since, timeout, what):
+    """Until the effect sounds in the recording after `since` seconds."""
+    template = hear.effect(effect)
+
+    def heard():
+        signal = hear.load(rec.path)
+        return hear.match(signal, template, since - 0.5, len(signal) / hear.RATE) > 0.5
+    wait_until(heard, timeout, what, step=0.5)
+
+
+def popup_heard(w, rec, what):
+    """The level menu opens with its sound, heard on the recording."""
+    mark = rec.seconds()
+    w.click(*CREATE)
+    wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu")
+    try:
+        wait_effect(rec, 107, mark, 8, what)
+    finally:
+        w.key("Escape")
+        wait_until(lambda: not windows_besides(w, w.wid), 5, "the level menu to close")
+
+
+def sound_default_moves():
+    """The player switches to another output mid-song: the song goes on
+    there, and the next effect sounds there too."""
+    with World("default-moves") as w:
         w.start_x()
-        w.start_pulse()
-        w.settings(QUIET)
+        w.start_sound("pulse")
+        w.add_sink("u", 48000)
+        w.settings(SOUNDS_ON)
+        rec_t = w.record("t")
+        w.start_game()
+        wait_song(rec_t, 15, "the song on the first output")
+        rec_u = w.record("u")
+        w.pactl("set-default-sink", "u")
+        report("song on the new output after (s)", round(wait_song(rec_u, 15, "the song on the new output"), 1))
+        popup_heard(w, rec_u, "the popup sound on the new output")
+        report("streams", w.sink_inputs())
+
+
+def sound_sink_replaced():
+    """The output goes away mid-song and another one comes: the song and
+    the effects come back on it."""
+    with World("sink-replaced") as w:
+        w.start_x()
+        w.start_sound("pulse")
+        w.settings(SOUNDS_ON)
+        rec_t = w.record("t")
+        w.start_game()
+        wait_song(rec_t, 15, "the song")
+        module = [line.split("\t")[0] for line in w.pactl("list", "short", "modules").splitlines()
+                  if "sink_name=t" in line][0]
+        w.pactl("unload-module", module)
+        wait_until(lambda: "t" not in w.sinks(), 10, "the output to go")
+        w.add_sink("u", 48000)
+        wait_until(lambda: w.default_sink() == "u", 10, "the new output as the default")
+        rec_u = w.record("u")
+        report("song on the new output after (s)", round(wait_song(rec_u, 20, "the song on the new output"), 1))
+        popup_heard(w, rec_u, "the popup sound on the new output")
+        check(w.game.poll() is None, "the game ended")
+
+
+def sound_server_restarts():
+    """The sound server stops mid-song and starts again: the song comes
+    back, and so do the effects."""
+    with World("restart") as w:
+        w.start_x()
+        w.start_sound("pulse")
+        w.settings(SOUNDS_ON)
         rec = w.record()
         w.start_game()
-        rec.wait_quiet(15)
-        levels = []
-        for n in range(5):
-            mark = rec.seconds()
-            w.click(*CREATE)
-            rec.wait_sound(mark, 5, f"the popup sound, time {n + 1}")
-            wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu")
-            levels.append(round(rec.rms_since(mark), 4))
-            w.key("Escape")
-            wait_until(lambda: not windows_besides(w, w.wid), 5, "the level menu to close")
-            rec.wait_quiet(5)
-        report("RMS of the five popup sounds", levels)
-
-        # The sound server goes away and comes back.
-        w.stop_pulse()
-        w.start_pulse()
+        wait_song(rec, 15, "the song")
+        popup_heard(w, rec, "the popup sound")
+        w.stop_sound()
+        w.start_sound("pulse")
         rec = w.record()
+        report("song back after (s)", round(wait_song(rec, 30, "the song after the restart"), 1))
+        popup_heard(w, rec, "the popup sound after the restart")
 
-        def heard_after_click():
+
+def sound_rate_changes():
+    """The graph's rate changes mid-song (PipeWire follows the hardware or
+    the player's settings): the song plays on, and the effects too."""
+    with World("rate") as w:
+        w.start_x()
+        w.start_sound("pipewire")
+        w.settings(SOUNDS_ON)
+        rec = w.record()
+        w.start_game()
+        wait_song(rec, 15, "the song")
+        for rate in (48000, 96000, 44100):
+            w.run(["pw-metadata", "-n", "settings", "0", "clock.force-rate", str(rate)])
             mark = rec.seconds()
-            w.click(*CREATE)
-            wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu")
-            try:
-                rec.wait_sound(mark, 2, "the popup sound")
-            except Failed:
-                return None
-            finally:
-                w.key("Escape")
-                wait_until(lambda: not windows_besides(w, w.wid), 5, "the level menu to close")
-            return round(rec.rms_since(mark), 4)
-        report("RMS after the restart", wait_until(heard_after_click, 30, "an effect after the server restarted",
-                                                    step=0.2))
+            wait_until(lambda: rec.seconds() > mark + 3, 15, "three more seconds of recording")
+            wait_song(rec, 15, f"the song at {rate} Hz")
+            popup_heard(w, rec, f"the popup sound at {rate} Hz")
+        check(w.game.poll() is None, "the game ended")
 
 
 def start_sound():
@@ -453,10 +527,164 @@ def close_during_update():
         web.close()
 
 
-CHECKS = {f.__name__: f for f in (effects_keep_sounding, start_sound, song_heard, window_live, ring_over_buttons,
+# ---------------------------------------------------------------------------
+# A player's session: default settings, music and effects together.
+
+def ink(r, g, b):
+    """A digit's pixel: red (given), black (typed) or blue (hinted)."""
+    return (r > 140 and g < 90 and b < 110) or r + g + b < 200 or (b > 140 and r < 80 and g < 130)
+
+
+def empty_cells(img, ox, oy):
+    return [i for i in range(81) if img.count(
+        tuple(v + d for v, d in zip(cell_rect(i), (ox + 9, oy + 7, ox - 9, oy - 7))), ink) < 8]
+
+
+class Session:
+    """Plays the game as a player does, noting when each effect should sound."""
+
+    def __init__(self, w, rec):
+        self.w, self.rec = w, rec
+        self.heard = []  # (effects that may sound, second of the recording)
+
+    def note(self, *effects):
+        self.heard.append((effects, self.rec.seconds()))
+
+    def at(self, second):
+        """Goes on once the recording has reached `second`: a player's pace."""
+        wait_until(lambda: self.rec.seconds() >= second, second + 30, f"second {second} of the session", step=0.2)
+
+    def box(self):
+        return (windows_besides(self.w, self.w.wid) or [None])[-1]
+
+    def close_box(self):
+        self.w.key("Return")
+        wait_until(lambda: not self.box(), 5, "the box to close")
+
+    def menu(self, button, entry_downs):
+        self.w.click(*button)
+        self.note(107)
+        wait_until(self.box, 5, "the menu")
+        # A player reads the menu: a choice within the popup's sound would
+        # cut it off with the next one, as a new effect does.
+        time.sleep(0.6)
+        self.w.key(*(["Down"] * entry_downs), "Return")
+        wait_until(lambda: not self.box(), 5, "the menu to close")
+
+    def board(self):
+        img, ox, oy = self.w.form_shot("board")
+        return empty_cells(img, ox, oy)
+
+    def type_digits(self, cells=1):
+        """Types digits into the first empty cell (the caret key's) until one
+        fits; wrong ones get their message, which is closed."""
+        for _ in range(cells):
+            empty = self.board()
+            if len(empty) < 2:
+                return
+            first = empty[0]
+            x0, y0, x1, y1 = cell_rect(first)
+            ox, oy = self.w.origin()
+            inside = (ox + x0 + 9, oy + y0 + 7, ox + x1 - 9, oy + y1 - 7)
+            self.w.key("alt+a")
+            for digit in range(1, 10):
+                self.note(102, 103)
+                self.w.key(str(digit))
+                got = wait_until(lambda: ("box" if self.box() else None) or
+                                 ("fits" if self.w.screenshot("typed").count(inside, ink) >= 8 else None),
+                                 5, f"an answer to the digit {digit}")
+                if got == "fits":
+                    break
+                self.close_box()
+
+    def ring(self):
+        """A click on an empty cell opens the ring; its 5 goes in."""
+        empty = self.board()
+        cell = empty[len(empty) // 2]
+        x0, y0, x1, y1 = cell_rect(cell)
+        self.w.click((x0 + x1) // 2, (y0 + y1) // 2)
+        px, py = ring_point(cell, 5)
+        ox, oy = self.w.origin()
+        spot = (ox + px - 3, oy + py - 3, ox + px + 3, oy + py + 3)
+        wait_until(lambda: self.w.screenshot("ring").count(spot, lambda r, g, b: b > 120 and r < 120) > 5, 5,
+                   "the ring")
+        self.note(102, 103)
+        self.w.click(px, py)
+        if wait_until(lambda: "box" if self.box() else "none", 1, "") == "box":
+            self.close_box()
+
+
+def player_session(server):
+    """Three minutes of play from an empty settings store (sounds on, the
+    song at 75) while a relaxed client records at the server's own latency:
+    the song is heard all through, and every effect the play makes is heard."""
+    with World(f"session-{server}") as w:
+        w.start_x()
+        w.start_sound(server)
+        rec = w.record()
+        s = Session(w, rec)
+        s.note(101)
+        w.start_game()
+        s.at(6)
+        s.menu(CREATE, 1)  # Easy
+        s.note(101)        # the deal's start sound
+        cycle, t = 0, 12
+        while t < 160:
+            s.at(t)
+            s.type_digits(2)
+            s.at(t + 12)
+            s.ring()
+            s.at(t + 20)
+            s.menu(SOLVE, 1)  # Fill a Random Square
+            s.note(104)
+            s.at(t + 26)
+            w.click(*HIGHS)
+            s.note(106)
+            s.at(t + 30)
+            w.click(*HIGHS)
+            s.note(106)
+            s.at(t + 34)
+            w.click(*HELP)
+            s.note(106)
+            s.at(t + 40)
+            w.key("alt+o")  # the help's OK
+            if cycle == 0:
+                for _ in range(3):
+                    w.key("alt+minus")  # softer, still heard
+            cycle, t = cycle + 1, t + 44
+        s.at(182)
+        end = rec.seconds()
+        check(w.game.poll() is None, "the game ended during the session")
+        signal = hear.load(rec.path)
+        gaps = hear.silent_stretches(signal, 6, end - 2)
+        report("stretches of 5 s without the song (s)", gaps)
+        missed, matches = [], []
+        for effects, mark in s.heard:
+            best = max(hear.match(signal, hear.effect(e), mark - 1, mark + 5) for e in effects)
+            matches.append(round(best, 2))
+            if best < 0.5:
+                missed.append((effects, round(mark, 1), round(best, 2)))
+        report("matches", matches)
+        report("effects played", len(s.heard))
+        report("effects not heard (effect, second, match)", missed)
+        check(not gaps, f"the song is missing in the stretches starting at {gaps} s")
+        check(not missed, f"effects not heard: {missed}")
+
+
+def session_pulse():
+    player_session("pulse")
+
+
+def session_pipewire():
+    player_session("pipewire")
+
+
+CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, ring_over_buttons,
                                     no_caret_on_given, message_box_tool_window, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
-                                    close_during_update)}
+                                    close_during_update, session_pulse, session_pipewire,
+                                    sound_default_moves, sound_sink_replaced, sound_server_restarts,
+                                    sound_rate_changes)}
 
 if __name__ == "__main__":
     sys.exit(main(CHECKS))

@@ -124,7 +124,7 @@ class World:
         os.chmod(self.runtime, 0o700)
         self.procs = []
         self.env = {k: v for k, v in os.environ.items()
-                    if not k.startswith(("QT_", "PULSE", "CUPS", "XDG_", "DISPLAY", "WAYLAND"))}
+                    if not k.startswith(("QT_", "PULSE", "CUPS", "XDG_", "DISPLAY", "WAYLAND", "DBUS_"))}
         self.env.update(HOME=self.home, XDG_RUNTIME_DIR=self.runtime, LC_ALL="C.UTF-8",
                         XDG_CONFIG_HOME=os.path.join(self.home, ".config"),
                         XDG_CACHE_HOME=os.path.join(self.home, ".cache"),
@@ -211,29 +211,91 @@ class World:
     def prop(self, wid, name):
         return self.run(["xprop", "-id", str(wid), name]).stdout.strip()
 
+    # --- session bus --------------------------------------------------------
+    def start_dbus(self):
+        """A private session bus (PipeWire's session manager needs one)."""
+        if "DBUS_SESSION_BUS_ADDRESS" in self.env:
+            return
+        need("dbus-daemon")
+        path = os.path.join(self.runtime, "bus")
+        self.spawn(["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address=unix:path={path}"], "dbus.log")
+        wait_until(lambda: os.path.exists(path), 10, "the session bus")
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={path}"
+
     # --- sound server -------------------------------------------------------
+    def start_sound(self, server="pulse"):
+        """PulseAudio or PipeWire (with its PulseAudio server) and a null sink
+        "t" at 44.1 kHz as the default output, in this world's own folders."""
+        if server == "pipewire":
+            self.start_pipewire()
+        else:
+            self.start_pulse()
+
     def start_pulse(self):
         need("pulseaudio", "parec", "pactl")
         sock = os.path.join(self.dir, "pulse.sock")
         env = dict(self.env, HOME=os.path.join(self.dir, "pulse-home"))
         os.makedirs(env["HOME"], exist_ok=True)
-        self.pulse = self.spawn(["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
-                                 "--disallow-exit", "-L", "module-null-sink sink_name=t rate=44100",
-                                 "-L", f"module-native-protocol-unix socket={sock} auth-anonymous=1"],
-                                "pulse.log", env=env)
+        self.sound = [self.spawn(["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                                  "--disallow-exit", "-L", "module-null-sink sink_name=t rate=44100",
+                                  "-L", f"module-native-protocol-unix socket={sock} auth-anonymous=1"],
+                                 "pulse.log", env=env)]
         self.env["PULSE_SERVER"] = "unix:" + sock
-        self.pulse_env = env
+        self.server = "pulse"
         try:
             wait_until(lambda: self.run(["pactl", "info"]).returncode == 0, 15, "the sound server")
         except Failed:
             raise Skip("the sound server did not start")
 
-    def stop_pulse(self):
-        os.killpg(self.pulse.pid, signal.SIGTERM)
-        self.pulse.wait(timeout=10)
+    def start_pipewire(self):
+        need("pipewire", "wireplumber", "pipewire-pulse", "pactl", "parec")
+        self.start_dbus()
+        self.sound = [self.spawn([tool], f"{tool}.log") for tool in ("pipewire", "wireplumber", "pipewire-pulse")]
+        self.env["PULSE_SERVER"] = "unix:" + os.path.join(self.runtime, "pulse", "native")
+        self.server = "pipewire"
+        try:
+            wait_until(lambda: self.run(["pactl", "info"]).returncode == 0, 15, "the sound server")
+        except Failed:
+            raise Skip("PipeWire did not start")
+        self.add_sink("t", 44100)
+        self.pactl("set-default-sink", "t")
+        wait_until(lambda: self.default_sink() == "t", 10, "the null sink as the default output")
 
-    def record(self):
-        return Recorder(self)
+    def stop_sound(self):
+        for p in reversed(self.sound):
+            os.killpg(p.pid, signal.SIGTERM)
+            p.wait(timeout=10)
+
+    stop_pulse = stop_sound
+
+    def pactl(self, *args):
+        r = self.run(["pactl", *map(str, args)])
+        check(r.returncode == 0, f"pactl {' '.join(map(str, args))}: {r.stderr.strip()}")
+        return r.stdout.strip()
+
+    def add_sink(self, name, rate):
+        """Another null sink; returns its module's number."""
+        module = self.pactl("load-module", "module-null-sink", f"sink_name={name}", f"rate={rate}")
+        wait_until(lambda: name in self.sinks(), 10, f"the sink {name}")
+        return module
+
+    def sinks(self):
+        return [line.split("\t")[1] for line in self.pactl("list", "short", "sinks").splitlines()]
+
+    def default_sink(self):
+        return self.pactl("get-default-sink")
+
+    def sink_inputs(self):
+        """The playing streams, as (stream, sink name, client name)."""
+        names = {line.split("\t")[0]: line.split("\t")[1] for line in self.pactl("list", "short", "sinks").splitlines()}
+        out = []
+        for line in self.pactl("list", "short", "sink-inputs").splitlines():
+            f = line.split("\t")
+            out.append((f[0], names.get(f[1], f[1])))
+        return out
+
+    def record(self, sink="t", latency_ms=None):
+        return Recorder(self, sink, latency_ms)
 
     # --- print queue --------------------------------------------------------
     def start_cups(self, paper="a4"):
@@ -356,14 +418,17 @@ class World:
 
 
 class Recorder:
-    """Records the null sink's monitor as raw 16-bit stereo at 44.1 kHz."""
+    """Records a sink's monitor as raw 16-bit stereo at 44.1 kHz. By default
+    at the server's own latency, as a relaxed client (a music player) does:
+    the sink then runs with long buffers."""
     RATE = 44100
 
-    def __init__(self, world):
-        self.path = os.path.join(world.dir, "monitor.raw")
+    def __init__(self, world, sink="t", latency_ms=None):
+        self.path = os.path.join(world.dir, f"monitor-{sink}-{len(world.procs)}.raw")
         self.world = world
-        self.proc = world.spawn(["parec", "-d", "t.monitor", "--format=s16le", "--rate=44100", "--channels=2",
-                                 "--latency-msec=20", self.path], "parec.log")
+        latency = [f"--latency-msec={latency_ms}"] if latency_ms else []
+        self.proc = world.spawn(["parec", "-d", f"{sink}.monitor", "--format=s16le", "--rate=44100",
+                                 "--channels=2", *latency, self.path], "parec.log")
         wait_until(lambda: os.path.exists(self.path) and os.path.getsize(self.path) > 0, 10, "the recording")
 
     def samples(self):
