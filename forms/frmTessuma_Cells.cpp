@@ -103,10 +103,15 @@ void frmTessuma::txtCell_LostFocus(int Index) {
 // queued Delete key takes away again by the ordinary change path.
 void frmTessuma::cmdHiddenFirstCell_Click() {
     if (CountClues() && lblOption[8].Caption == "pause") {
+        if (!BoardUncovered()) return;  // the walk would not move
+        // Acting, it ends what a save leaves behind: typed digits are judged again.
+        SuppressChange = false;
         txtCell_KeyDown(80, kRight, 0);
         return;
     }
-    if (!cmdSideNav[0].Visible) {
+    // Under the pause or help frame the board is left alone: putting the
+    // caret into cell 0 there would erase what it holds, a given included.
+    if (!cmdSideNav[0].Visible && BoardUncovered()) {
         HideRing();
         SuppressChange = true;
         SetCellText(0, " ");

@@ -278,6 +278,10 @@ void frmTessuma::cmdOK_Click() {
 // not remember what was shown before: the options open, every mark label
 // shows, and the window buttons all show.
 void frmTessuma::PrintBoard() {
+    // The frame buttons come back as they were: showing all four would put
+    // the restore face on a window that is not maximised, stop its dragging,
+    // and store it as maximised at the close.
+    const bool frameShown[4] = {cmdMinimize.Visible, cmdMaximize.Visible, cmdRestoreDown.Visible, cmdClose.Visible};
     std::int16_t all = 0;
     SetSideNavVisible(false, all);
     all = 0;
@@ -297,7 +301,10 @@ void frmTessuma::PrintBoard() {
     SetSideNavVisible(true, all);
     all = 0;
     SetOptionsVisible(true, all);
-    SetFrameButtonsVisible(true);
+    cmdMinimize.Visible = frameShown[0];
+    cmdMaximize.Visible = frameShown[1];
+    cmdRestoreDown.Visible = frameShown[2];
+    cmdClose.Visible = frameShown[3];
     SetViewPosVisible(true);
     cmdHideOptions.Visible = OptionsShown;
     cmdShowOptions.Visible = true;
