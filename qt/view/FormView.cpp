@@ -127,10 +127,12 @@ CONTROL_KINDS(TESSUMA_DIGEST)
 
 // A drawn control's rectangle on the form and digest; timers and menu items
 // are not drawn.
+// Controls inside a picture box (the help's page list, its links, the high
+// score lines) have their places inside it.
 template <class C>
-void AddDrawn(std::vector<std::pair<QRect, std::size_t>>& out, const C& c) {
+void AddDrawn(std::vector<std::pair<QRect, std::size_t>>& out, const C& c, const QPoint& in = {}) {
     if constexpr (requires { c.Width; })
-        out.emplace_back(QRect(static_cast<int>(c.Left), c.Top, c.Width, c.Height), Digest(c));
+        out.emplace_back(QRect(static_cast<int>(c.Left), c.Top, c.Width, c.Height).translated(in), Digest(c));
 }
 
 }  // namespace
@@ -346,9 +348,20 @@ FormView::Drawn FormView::TakeDrawn() const {
     const frmTessuma& f = Form();
     Drawn d;
     d.controls.reserve(400);
-#define CONTROL(Type, name) AddDrawn(d.controls, f.name);
+    const auto inside = [&f](const void* c) {
+        const auto in = [c](const auto& list) {
+            for (const auto& x : list)
+                if (&x == c) return true;
+            return false;
+        };
+        if (in(f.lblHelpPages) || c == &f.cmdOK) return QPoint(f.picHelpNav.Left, f.picHelpNav.Top);
+        if (c == &f.lblSupport || c == &f.lblWiki) return QPoint(f.picFrame[2].Left, f.picFrame[2].Top);
+        if (c == &f.Label3 || in(f.lblSHName) || in(f.lblSHScore)) return QPoint(f.picFrame[4].Left, f.picFrame[4].Top);
+        return QPoint();
+    };
+#define CONTROL(Type, name) AddDrawn(d.controls, f.name, inside(&f.name));
 #define CONTROLS(Type, name, size, lo, hi) \
-    for (const auto& c : f.name) AddDrawn(d.controls, c);
+    for (const auto& c : f.name) AddDrawn(d.controls, c, inside(&c));
 #include "forms/frmTessuma.def"
     d.whole = std::hash<int>{}(f.Picture) ^ std::hash<std::string>{}(f.FocusedControl().ToString()) * 31u ^
               std::hash<int>{}(f.KeyboardCell()) * 131u;

@@ -178,6 +178,26 @@ private slots:
         view->removeEventFilter(&spy);
     }
 
+    // A page turned by a key repaints the page list where it stands on the
+    // form (its labels have their places inside the help's navigation).
+    void helpListFollowsThePage() {
+        QRegion painted;
+        PaintSpy spy([&](const QRegion& r) { painted += r; });
+        Form().cmdSideNav_Click(6);
+        view->AfterModel();
+        QCoreApplication::processEvents();
+        view->installEventFilter(&spy);
+        QTest::keyClick(view.get(), Qt::Key_Right);
+        QCOMPARE(Form().LastHelpPage, std::int16_t(1));
+        QVERIFY(QTest::qWaitFor([&] { return !painted.isEmpty(); }));
+        for (int page : {0, 1}) {
+            const Label& l = Form().lblHelpPages[page];
+            const QRect onForm(Form().picHelpNav.Left + l.Left, Form().picHelpNav.Top + l.Top, l.Width, l.Height);
+            QVERIFY2(painted.contains(onForm.center()), qPrintable(QString("page %1's label not repainted").arg(page)));
+        }
+        view->removeEventFilter(&spy);
+    }
+
     // The pictures of the first frame are drawn from their decoded copies
     // inside the program, where they lie, and look exactly as their PNGs do.
     void firstFramePicturesNeedNoDecoding() {
