@@ -9,7 +9,7 @@ bool place::GripOnScreen(int x, int y, int width, const std::vector<PixelRect>& 
     for (const PixelRect& s : screens) {
         const long long w = std::min<long long>(right, 0LL + s.x + s.w) - std::max<long long>(left, s.x);
         const long long h = std::min<long long>(bottom, 0LL + s.y + s.h) - std::max<long long>(top, s.y);
-        if (w >= kGripColumns && h >= kGripRows) return true;
+        if (w >= kGripColumns && h >= kGripShownRows) return true;
     }
     return false;
 }

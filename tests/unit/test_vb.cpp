@@ -28,15 +28,19 @@ private:
 
 #include "core/WindowPlace.h"
 
-// A stored window place is kept while 64 columns of its top 16 rows are on
-// one screen, whichever screen that is.
+// A stored window place is kept while 8 of its top 16 rows are on one screen
+// over 64 columns, whichever screen that is.
 TEST(WindowPlace, TheTopEdgeMustShowOnAScreen) {
     using place::GripOnScreen;
     const std::vector<place::PixelRect> one = {{0, 0, 1024, 768}};
     EXPECT_TRUE(GripOnScreen(192, 144, 640, one));
-    EXPECT_TRUE(GripOnScreen(1024 - 64, 768 - 16, 640, one));
+    EXPECT_TRUE(GripOnScreen(1024 - 64, 768 - 8, 640, one));
     EXPECT_FALSE(GripOnScreen(1024 - 63, 100, 640, one));
-    EXPECT_FALSE(GripOnScreen(100, 768 - 15, 640, one));
+    EXPECT_FALSE(GripOnScreen(100, 768 - 7, 640, one));
+    // Partly above the screen: kept while half the grip shows.
+    EXPECT_TRUE(GripOnScreen(82, -3, 640, one));
+    EXPECT_TRUE(GripOnScreen(82, -8, 640, one));
+    EXPECT_FALSE(GripOnScreen(82, -9, 640, one));
     EXPECT_TRUE(GripOnScreen(-576, 0, 640, one));
     EXPECT_FALSE(GripOnScreen(-577, 0, 640, one));
     EXPECT_FALSE(GripOnScreen(-9000, -9000, 640, one));
