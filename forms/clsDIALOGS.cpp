@@ -77,7 +77,7 @@ clsDIALOGS::~clsDIALOGS() {
         if (blnUsePersistence_) SaveProfile();
     } catch (...) {
         // The end of the program is no place for a failure: the keys of the
-        // last successful dialog are on the disk already.
+        // earlier run stay on the disk.
     }
 }
 
@@ -320,7 +320,6 @@ std::string clsDIALOGS::FileDialog(FileKind kind) {
     }
     // In every case the dialog's folder is where the next one starts.
     strInitialDir_ = lastFolder;
-    if (!result.empty() && blnUsePersistence_) SaveProfile();
     return result;
 }
 

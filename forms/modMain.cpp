@@ -33,4 +33,8 @@ void Program::Main() {
     MainForm->Form_Load();
 }
 
-void Program::End() { Running = false; }
+void Program::End() {
+    Running = false;
+    // The dialogs object ends with the program: it stores its keys now.
+    gDialogs.reset();
+}
