@@ -1,6 +1,8 @@
 // The game's look: fonts, colours, pictures and cursors.
 #include "qt/view/Look.h"
 
+#include <QGraphicsView>
+
 #include <QFile>
 #include <QFontMetricsF>
 
@@ -171,3 +173,9 @@ QFont FitFont(QFont font, const QRectF& box, int flags, const QString& text, dou
 }
 
 }  // namespace look
+
+double look::FormScale(const QWidget* w) {
+    const auto* view = w ? qobject_cast<const QGraphicsView*>(w->window()) : nullptr;
+    const double scale = view ? view->transform().m11() : 1.0;
+    return scale > 0.0 ? scale : 1.0;
+}

@@ -11,6 +11,8 @@
 #include <cstdint>
 
 
+class QWidget;
+
 namespace look {
 
 // Loads the embedded fonts of the faces the main window draws with; safe to
@@ -39,6 +41,11 @@ const QPixmap& Button(const QString& name);  // ":/buttons/<name>.png"
 // at which `text` drawn with `flags` fits inside `box`; the smallest when
 // none does.
 QFont FitFont(QFont font, const QRectF& box, int flags, const QString& text, double smallest = 0.6);
+
+// How much bigger than its 640 by 480 the form is drawn in the window that
+// holds `w` (a maximised window scales it up); 1 elsewhere. Boxes and menus
+// opened over the form take the same scale.
+double FormScale(const QWidget* w);
 
 // The hand pointer (custom pointer 99).
 QCursor Hand();

@@ -33,17 +33,11 @@ void x11hints::MakeFixedToolWindow(QWidget* window) {
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, id, Atom(c, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(states.size()), states.data());
 
-    // No caption at all: Qt would put the program's name in an empty title.
-    for (const char* name : {"_NET_WM_NAME", "WM_NAME"})
-        xcb_change_property(c, XCB_PROP_MODE_REPLACE, id, Atom(c, name),
-                            name[0] == '_' ? Atom(c, "UTF8_STRING") : xcb_atom_t(XCB_ATOM_STRING), 8, 0, "");
-
-    // Motif hints: move and close only; a border, a title bar and its menu.
+    // Motif hints: move and close only; no decorations, the window draws
+    // its own frame.
     enum : std::uint32_t { kFunctions = 1, kDecorations = 2 };
     enum : std::uint32_t { kFuncMove = 4, kFuncClose = 32 };
-    enum : std::uint32_t { kDecorBorder = 2, kDecorTitle = 8, kDecorMenu = 16 };
-    const std::array<std::uint32_t, 5> motif = {kFunctions | kDecorations, kFuncMove | kFuncClose,
-                                                kDecorBorder | kDecorTitle | kDecorMenu, 0, 0};
+    const std::array<std::uint32_t, 5> motif = {kFunctions | kDecorations, kFuncMove | kFuncClose, 0, 0, 0};
     const xcb_atom_t motifAtom = Atom(c, "_MOTIF_WM_HINTS");
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, id, motifAtom, motifAtom, 32,
                         static_cast<std::uint32_t>(motif.size()), motif.data());

@@ -6,10 +6,9 @@ class QWidget;
 
 namespace x11hints {
 
-// A small fixed tool window with an empty caption: kept out of the task
-// bar and the pager, and asking the window manager for move and close only
-// (some managers, openbox among them, offer minimise to every window all
-// the same).
+// A small fixed tool window that draws its own frame: kept out of the task
+// bar and the pager, undecorated, and offering the window manager move and
+// close only (a manager's frame would offer minimise whatever the hints say).
 void MakeFixedToolWindow(QWidget* window);
 
 }  // namespace x11hints

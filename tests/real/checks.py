@@ -251,8 +251,9 @@ def no_caret_on_given():
 
 
 def message_box_tool_window():
-    """The message box is a fixed tool window with no caption, no minimise or
-    maximise, outside the task bar, centred on the game."""
+    """The message box is a fixed tool window that frames itself: no
+    minimise or maximise button from the window manager, outside the task
+    bar, named for task switchers, centred on the game."""
     with World("msgbox") as w:
         w.start_x()
         w.play(SILENT)
@@ -261,25 +262,24 @@ def message_box_tool_window():
         wait_until(lambda: "_NET_WM_ALLOWED_ACTIONS" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS")
                    and "=" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS"), 5, "the window manager to take the box")
         name = w.prop(box, "_NET_WM_NAME")
-        actions = w.prop(box, "_NET_WM_ALLOWED_ACTIONS")
         state = w.prop(box, "_NET_WM_STATE")
         kind = w.prop(box, "_NET_WM_WINDOW_TYPE")
-        report("caption", name)
-        report("allowed", actions)
+        extents = w.prop(box, "_NET_FRAME_EXTENTS")
+        report("name", name)
         report("state", state)
         report("type", kind)
-        check(name.split("=", 1)[-1].strip() in ("", '""'), f"the box has a caption: {name}")
-        # openbox offers minimise to every utility window whatever the hints
-        # say: the box asks for move and close only, and comes back at once.
+        report("frame", extents)
+        check("Tessuma Sudoku" in name, f"the box has no name for task switchers: {name}")
         motif = w.prop(box, "_MOTIF_WM_HINTS").split("=")[-1].split(",")
-        check(len(motif) == 5 and int(motif[1], 0) == 4 | 32, f"the box asks for more than move and close: {motif}")
-        for action in ("MAXIMIZE_HORZ", "RESIZE"):
-            check(f"_NET_WM_ACTION_{action}" not in actions, f"the window manager allows {action}")
+        check(len(motif) == 5 and int(motif[1], 0) == 4 | 32 and int(motif[2], 0) == 0,
+              f"the box asks for more than move and close, or for a frame: {motif}")
+        check(extents.endswith("0, 0, 0, 0"), f"the window manager frames the box: {extents}")
         w.xdo("windowminimize", box)
         wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout
                    and "HIDDEN" not in w.prop(box, "_NET_WM_STATE"), 5, "the minimised box to come back")
         check("SKIP_TASKBAR" in state, "the box is in the task bar")
         check("UTILITY" in kind or "DIALOG" in kind, f"the box is an ordinary window: {kind}")
+
         def off_centre():
             bx, by, bw, bh = w.geometry(box)
             mx, my, mw, mh = w.geometry(w.wid)
@@ -288,6 +288,71 @@ def message_box_tool_window():
             wait_until(lambda: max(off_centre()) <= 1, 3, "the box centred on the game")
         finally:
             report("box centre off the game's centre by", off_centre())
+
+
+def destroy_window(w, wid):
+    """Destroys a window of another client, as a misbehaving program might."""
+    import ctypes
+    x11 = ctypes.cdll.LoadLibrary("libX11.so.6")
+    x11.XOpenDisplay.restype = ctypes.c_void_p
+    display = x11.XOpenDisplay(w.display.encode())
+    check(display, "no connection to the X server")
+    x11.XDestroyWindow(ctypes.c_void_p(display), ctypes.c_ulong(wid))
+    x11.XCloseDisplay(ctypes.c_void_p(display))
+
+
+def message_box_closes():
+    """The system's close ends the message box, whichever way it comes: its
+    own close mark, Alt+F4, a close asked by another program, its window
+    destroyed from outside. The game goes on each time."""
+    with World("msgclose") as w:
+        w.start_x()
+        w.play(SILENT)
+
+        def mark(box):
+            bx, by, bw, bh = w.geometry(box)
+            w.xdo("mousemove", bx + 377, by + 14)
+            w.xdo("click", 1)
+
+        def alt_f4(box):
+            w.xdo("windowactivate", "--sync", box)
+            w.key("alt+F4")
+        ways = {"its close mark": mark, "Alt+F4": alt_f4,
+                "wmctrl -c": lambda box: w.run(["wmctrl", "-i", "-c", hex(box)]),
+                "its window destroyed": lambda box: destroy_window(w, box)}
+        for how, close in ways.items():
+            w.click(*PRINT)  # no puzzle: "Why to print with no puzzle?"
+            box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, f"the box before {how}")
+            wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout, 5, "the box shown")
+            close(box)
+            wait_until(lambda: not windows_besides(w, w.wid), 5, f"the box to close by {how}")
+            check(w.game.poll() is None, f"the game ended after {how}")
+            report("closed by", how)
+        # Still answering: the level menu opens.
+        w.click(*CREATE)
+        wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu after the boxes")
+
+
+def name_prompt_caret():
+    """The high score prompt shows the last name with the caret after it:
+    what the player types goes on from there, nothing is selected."""
+    with World("name") as w:
+        w.start_x()
+        # Cell 40 is the last one open; its digit is 1.
+        w.play(SILENT + "[Data]\nLastSavedName=Ann\n", empty={40}, score="24000")
+        w.key("alt+a")
+        w.key("1")
+        box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 10, "the name prompt")
+        wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout, 5, "the prompt shown")
+        w.key("x")
+        w.key("Return")
+        wait_until(lambda: not windows_besides(w, w.wid), 5, "the prompt to close")
+        w.run(["wmctrl", "-i", "-c", hex(w.wid)])
+        wait_until(lambda: w.game.poll() is not None, 10, "the game to close")
+        with open(os.path.join(w.home, ".config", "Tessuma", "settings.ini")) as f:
+            stored = f.read()
+        report("stored", [line for line in stored.splitlines() if "Ann" in line])
+        check("Annx" in stored, "the typed letter did not follow the old name")
 
 
 def offscreen_position():
@@ -680,7 +745,7 @@ def session_pipewire():
 
 
 CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, ring_over_buttons,
-                                    no_caret_on_given, message_box_tool_window, offscreen_position,
+                                    no_caret_on_given, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update, session_pulse, session_pipewire,
                                     sound_default_moves, sound_sink_replaced, sound_server_restarts,
