@@ -102,6 +102,7 @@ int main(int argc, char** argv) {
     program.ports.window = &window;
     program.ports.printer = &printer;
     messages.SetOwner(&window);
+    popups.SetOwner(&window);
     display.onModeChanged = [&window](bool full) { window.SetFullScreenMode(full); };
 
     // Music and sounds wait for the first frame: bringing up the system's

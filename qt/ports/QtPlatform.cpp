@@ -1,5 +1,6 @@
 // The small ports for real: random numbers, clock, screen, instance lock, boxes, popups, shell.
 #include "qt/ports/QtPlatform.h"
+#include "qt/view/Look.h"
 
 #include <cstring>
 
@@ -151,15 +152,20 @@ void QtShell::Open(const std::string& target, const std::string&) {
 
 // --------------------------------------------------------------------------
 std::optional<MenuChoice> QtPopupHost::Popup(const std::string&, const std::vector<MenuEntry>& entries) {
-    QMenu menu;
-    // The game's colours and its rounded display face.
-    menu.setStyleSheet(
-        "QMenu { background: #FFFDEB; border: 2px solid #0B5EB5; padding: 5px 3px;"
-        " font-family: 'Dosis'; font-weight: 800; font-size: 13pt; color: #0B5EB5; }"
-        "QMenu::item { padding: 3px 26px 3px 14px; border-radius: 5px; margin: 1px 2px; }"
-        "QMenu::item:selected { background: #C000C0; color: #FFFFFF; }"
-        "QMenu::item:disabled { color: #B9B9AA; }"
-        "QMenu::separator { height: 2px; background: #E8E2B4; margin: 4px 10px; }");
+    QMenu menu(owner_);
+    // The game's colours and its rounded display face, at the scale the form
+    // is drawn at (a maximised window draws it larger).
+    const double k = look::FormScale(owner_);
+    const auto px = [k](double v) { return QString::number(std::max(1, qRound(v * k))); };
+    menu.setStyleSheet(QStringLiteral(
+                           "QMenu { background: #FFFDEB; border: %1px solid #0B5EB5; padding: %2px %3px;"
+                           " font-family: 'Dosis'; font-weight: 800; font-size: %4pt; color: #0B5EB5; }"
+                           "QMenu::item { padding: %3px %5px %3px %6px; border-radius: %2px; margin: 1px %1px; }"
+                           "QMenu::item:selected { background: #C000C0; color: #FFFFFF; }"
+                           "QMenu::item:disabled { color: #B9B9AA; }"
+                           "QMenu::separator { height: %1px; background: #E8E2B4; margin: %7px %8px; }")
+                           .arg(px(2), px(5), px(3), QString::number(13 * k, 'f', 1), px(26), px(14), px(4),
+                                px(10)));
     std::vector<std::pair<QAction*, MenuChoice>> map;
     for (const auto& e : entries) {
         if (e.caption == "-") {

@@ -10,6 +10,7 @@
 #include "forms/Ports.h"
 
 class QLockFile;
+class QWidget;
 
 class QtRandom : public IRandom {
 public:
@@ -70,5 +71,10 @@ public:
 
 class QtPopupHost : public IPopupHost {
 public:
+    // The window the menus open over; they take the scale its form is drawn at.
+    void SetOwner(QWidget* owner) { owner_ = owner; }
     std::optional<MenuChoice> Popup(const std::string& menuName, const std::vector<MenuEntry>& entries) override;
+
+private:
+    QWidget* owner_ = nullptr;
 };

@@ -193,6 +193,39 @@ def window_live():
         wait_until(lambda: w.geometry(w.wid)[2:] == (1024, 768), 5, "the window to fill the screen")
 
 
+def scaled_when_maximised():
+    """Maximised, the form is drawn larger, and its popup menus and message
+    boxes with it."""
+    with World("scaled") as w:
+        w.start_x()
+        w.play(SILENT)
+
+        def sizes(create, print_):
+            w.click(*create)
+            menu = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, "the level menu")
+            menu_size = w.geometry(menu)[2:]
+            w.key("Escape")
+            wait_until(lambda: not windows_besides(w, w.wid), 5, "the menu to close")
+            w.click(*print_)  # no puzzle: a message
+            box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, "the message box")
+            box_size = w.geometry(box)[2:]
+            w.key("Return")
+            wait_until(lambda: not windows_besides(w, w.wid), 5, "the box to close")
+            return menu_size, box_size
+        normal = sizes(CREATE, PRINT)
+        w.click(*MAXIMIZE)
+        wait_until(lambda: w.geometry(w.wid)[2:] == (1024, 768), 5, "the window to fill the screen")
+        scale = 768 / 480
+
+        def at(point):  # a form point of the maximised window
+            return (int(point[0] * scale + (1024 - 640 * scale) / 2), int(point[1] * scale))
+        big = sizes(at(CREATE), at(PRINT))
+        report("menu and box, normal", normal)
+        report("menu and box, maximised", big)
+        for (nw, nh), (bw, bh), what in zip(normal, big, ("menu", "message box")):
+            check(bw >= 1.4 * nw and bh >= 1.4 * nh, f"the {what} is not scaled with the window")
+
+
 def ring_over_buttons():
     """The ring around a cell of the first column is drawn above the side
     buttons and takes their clicks: its 9 fills the cell, no menu opens."""
@@ -744,7 +777,7 @@ def session_pipewire():
     player_session("pipewire")
 
 
-CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, ring_over_buttons,
+CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, scaled_when_maximised, ring_over_buttons,
                                     no_caret_on_given, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update, session_pulse, session_pipewire,
