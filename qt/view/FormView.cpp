@@ -201,6 +201,9 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
     for (int i : {7, 8, 0, 1, 2, 3, 4, 5, 6}) {
         side_[static_cast<std::size_t>(i)] = MakeButton(words[i], kCream);
         connect(side_[static_cast<std::size_t>(i)], &HoverCommand::Click, this, [this, i] {
+            // A button clicked takes the focus, as a command button does: a
+            // cell left empty hides its edit box (own-puzzle entry's Finish).
+            Form().SetFocus({"cmdSideNav", i});
             Form().cmdSideNav_Click(i);
             AfterModel();
         });
@@ -285,6 +288,19 @@ void FormView::SyncButton(HoverCommand* b, const CommandButton& m, const QPoint&
     if (b->geometry() != want) b->setGeometry(want);
     if (b->isVisible() != m.Visible) b->setVisible(m.Visible);
     b->SetEnabled(m.Enabled);
+    if (!m.Visible) return;
+    // The button's corners show the picture it stands on, with the skin or
+    // without: the piece of the form's picture (or of the help navigation's,
+    // for OK) that lies under it.
+    const QPixmap& under = offset.isNull() ? look::Bitmap(Form().Picture) : look::Control("helpnav");
+    const QRect piece(m.Left, m.Top, m.Width, m.Height);
+    Backdrop& had = backdrops_[b];
+    if (under.isNull() || (had.source == under.cacheKey() && had.piece == piece)) return;
+    had = {under.cacheKey(), piece};
+    QPixmap bg(piece.size());
+    bg.fill(Qt::white);  // the strip the 638 by 478 picture leaves is the form's white
+    QPainter(&bg).drawPixmap(QPoint(0, 0), under, piece);
+    b->SetBGPicture(StdPicture(bg));
 }
 
 void FormView::AfterModel() {

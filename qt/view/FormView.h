@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <array>
+#include <unordered_map>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -95,6 +96,12 @@ private:
     void GlideStep();
 
     Program& program_;
+    // The piece of a picture each button was last given as its background.
+    struct Backdrop {
+        qint64 source = 0;
+        QRect piece;
+    };
+    std::unordered_map<HoverCommand*, Backdrop> backdrops_;
     // The ring and the mark picker float over every control, the buttons
     // included: they are drawn on a layer above them, which takes the clicks
     // inside their pictures only.

@@ -226,6 +226,55 @@ def scaled_when_maximised():
             check(bw >= 1.4 * nw and bh >= 1.4 * nh, f"the {what} is not scaled with the window")
 
 
+def no_marks_left():
+    """Nothing is left drawn that the game no longer shows: a side button
+    goes back to its idle face once the pointer has left it (also after
+    the menu it opened), and the edit box of an own puzzle goes with the
+    finish."""
+    with World("marks") as w:
+        w.start_x()
+        w.play(SILENT)
+        img, ox, oy = w.form_shot("idle")
+        for point, what in ((CREATE, "menu"), (LOAD, "file dialog"), (PRINT, "message")):
+            button = (ox + point[0] - 40, oy + point[1] - 23, ox + point[0] + 42, oy + point[1] + 25)
+            idle = img.crop_bytes(button)
+            w.click(*point)
+            wait_until(lambda: windows_besides(w, w.wid), 5, f"the {what}")
+            w.key("Escape" if what != "message" else "Return")
+            wait_until(lambda: not windows_besides(w, w.wid), 5, f"the {what} to close")
+            w.xdo("mousemove", ox + 600, oy + 470)
+            wait_until(lambda: w.screenshot("after").crop_bytes(button) == idle, 5,
+                       f"the button's idle face after its {what}")
+
+        # An own puzzle: seventeen digits typed, the caret left in an empty
+        # cell, then Finish.
+        w.click(*CREATE)
+        wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu")
+        w.key(*(["Down"] * 5), "Return")  # Enter My Own Puzzle
+        wait_until(lambda: not windows_besides(w, w.wid), 5, "the menu to close")
+        grid = [9 - ((r * 3 + r // 3 + c) % 9) for r in range(9) for c in range(9)]
+        for i in range(18):
+            w.key(str(grid[i]))
+            w.key("Right")
+        x0, y0, x1, y1 = cell_rect(18)
+        wait_until(lambda: w.screenshot("caret").count((ox + x0 + 4, oy + y0 + 4, ox + x1 - 4, oy + y1 - 4),
+                                                         lambda r, g, b: r > 245 and 235 < g < 252 and 170 < b < 215)
+                   > 30, 5, "the edit box in cell 18")
+        w.click(*CREATE)  # Finish stands where Create stood
+        wait_until(lambda: w.screenshot("finished").count(
+            (ox + x0 + 4, oy + y0 + 4, ox + x1 - 4, oy + y1 - 4),
+            lambda r, g, b: r > 245 and 235 < g < 252 and 170 < b < 215) == 0, 10, "the edit box to go with Finish")
+
+        # With the skin off the side buttons stand on the white form, not on
+        # the skin's cream.
+        w.key("alt+k")
+        band = (ox + 20, oy + 20, ox + 115, oy + 460)
+
+        def cream(r, g, b):
+            return 238 <= r <= 248 and 238 <= g <= 248 and 205 <= b <= 216
+        wait_until(lambda: w.screenshot("plain").count(band, cream) == 0, 5, "no cream beside the side buttons")
+
+
 def ring_over_buttons():
     """The ring around a cell of the first column is drawn above the side
     buttons and takes their clicks: its 9 fills the cell, no menu opens."""
@@ -777,7 +826,7 @@ def session_pipewire():
     player_session("pipewire")
 
 
-CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, scaled_when_maximised, ring_over_buttons,
+CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, scaled_when_maximised, no_marks_left, ring_over_buttons,
                                     no_caret_on_given, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update, session_pulse, session_pipewire,
