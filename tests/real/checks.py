@@ -267,6 +267,7 @@ def no_marks_left():
 
         # With the skin off the side buttons stand on the white form, not on
         # the skin's cream.
+        w.xdo("mousemove", ox + 600, oy + 470)  # no button hovered
         w.key("alt+k")
         band = (ox + 20, oy + 20, ox + 115, oy + 460)
 
