@@ -269,11 +269,14 @@ def no_marks_left():
         # the skin's cream.
         w.xdo("mousemove", ox + 600, oy + 470)  # no button hovered
         w.key("alt+k")
-        band = (ox + 20, oy + 20, ox + 115, oy + 460)
-
-        def cream(r, g, b):
-            return 238 <= r <= 248 and 238 <= g <= 248 and 205 <= b <= 216
-        wait_until(lambda: w.screenshot("plain").count(band, cream) == 0, 5, "no cream beside the side buttons")
+        # The corners of the seven buttons (86 by 54 from 25,26, 62 apart;
+        # Highs! and Help a pixel to the left).
+        corners = []
+        for i in range(7):
+            x, y = (25 if i < 5 else 24), 26 + 62 * i
+            corners += [(ox + x, oy + y), (ox + x + 83, oy + y), (ox + x, oy + y + 51), (ox + x + 83, oy + y + 51)]
+        wait_until(lambda: (lambda img: all(img.count((cx, cy, cx + 3, cy + 3), white) == 9 for cx, cy in corners))(
+            w.screenshot("plain")), 5, "white corners around the side buttons")
 
 
 def ring_over_buttons():
