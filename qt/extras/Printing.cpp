@@ -4,6 +4,7 @@
 
 #include <cups/cups.h>
 
+#include <QBuffer>
 #include <QDateTime>
 #include <QFile>
 #include <QHash>
@@ -15,7 +16,9 @@
 #include <QLocale>
 #include <QPageSize>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrinter>
+#include <QSaveFile>
 #include <QPrinterInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -31,33 +34,41 @@ std::string PdfPath() {
 }
 
 bool WritePage(const PaintPage& paint, const QString& path, const QPageSize& paper) {
-    // The page is drawn in form pixels, 96 to the inch, where the game's
-    // point sizes mean what they mean on the screen. The PDF keeps the text
-    // as text and the pictures at their full resolution, so nothing on the
-    // paper is limited by this unit.
-    QPrinter printer(QPrinter::ScreenResolution);
-    printer.setResolution(96);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path);
-    printer.setDocName("Tessuma Sudoku");
-    printer.setCreator("Tessuma Sudoku");
-    printer.setPageSize(paper);
-    printer.setPageOrientation(QPageLayout::Portrait);
-    printer.setFullPage(true);
-    QPainter p;
-    if (!p.begin(&printer)) return false;
-    // The form at 96 pixels an inch, centred on the paper; within half-inch
-    // margins it shrinks to fit a small sheet.
-    const double dpi = printer.resolution();
-    const QRectF sheet = printer.pageLayout().fullRectPixels(printer.resolution());
-    const double margin = dpi / 2;
-    const QSizeF form(640, 480);
-    const double scale = std::min(
-        {dpi / 96.0, (sheet.width() - 2 * margin) / form.width(), (sheet.height() - 2 * margin) / form.height()});
-    p.translate(sheet.center() - QPointF(form.width() * scale / 2, form.height() * scale / 2));
-    p.scale(scale, scale);
-    paint(p);
-    return p.end() && QFileInfo(path).size() > 0;
+    // The page is made in memory, then the file is replaced whole or not at
+    // all: a disk that fills up half-way through leaves no file behind, and
+    // nothing is said of one. (The PDF engine does not pass on a device's
+    // write errors, so it is not given the file itself.)
+    QByteArray page;
+    {
+        QBuffer out(&page);
+        out.open(QIODevice::WriteOnly);
+        // The page is drawn in form pixels, 96 to the inch, where the game's
+        // point sizes mean what they mean on the screen. The PDF keeps the
+        // text as text and the pictures at their full resolution, so nothing
+        // on the paper is limited by this unit.
+        QPdfWriter pdf(&out);
+        pdf.setResolution(96);
+        pdf.setTitle("Tessuma Sudoku");
+        pdf.setCreator("Tessuma Sudoku");
+        pdf.setPageLayout(QPageLayout(paper, QPageLayout::Portrait, QMarginsF()));
+        QPainter p;
+        if (!p.begin(&pdf)) return false;
+        // The form at 96 pixels an inch, centred on the paper; within
+        // half-inch margins it shrinks to fit a small sheet.
+        const double dpi = pdf.resolution();
+        const QRectF sheet = pdf.pageLayout().fullRectPixels(pdf.resolution());
+        const double margin = dpi / 2;
+        const QSizeF form(640, 480);
+        const double scale = std::min(
+            {dpi / 96.0, (sheet.width() - 2 * margin) / form.width(), (sheet.height() - 2 * margin) / form.height()});
+        p.translate(sheet.center() - QPointF(form.width() * scale / 2, form.height() * scale / 2));
+        p.scale(scale, scale);
+        paint(p);
+        if (!p.end()) return false;
+    }
+    if (page.isEmpty()) return false;
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(page) == page.size() && file.commit();
 }
 
 PrintResult PrintPage(const PaintPage& paint) {
@@ -68,7 +79,6 @@ PrintResult PrintPage(const PaintPage& paint) {
         const QPageSize paper(QLocale::system().measurementSystem() == QLocale::ImperialUSSystem ? QPageSize::Letter
                                                                                                  : QPageSize::A4);
         const bool written = WritePage(paint, QString::fromStdString(pdf), paper);
-        if (!written) QFile::remove(QString::fromStdString(pdf));
         return {written ? PrintResult::ToFile : PrintResult::FileFailed, written ? pdf : ""};
     }
 

@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPaintEngine>
 #include <QPainterPath>
 #include <QTextLayout>
 
@@ -36,6 +37,12 @@ QRect R(const TextField& t) { return QRect(t.Left, t.Top, t.Width, t.Height); }
 QRect R(const CheckBox& c) { return QRect(c.Left, c.Top, c.Width, c.Height); }
 
 QString Q(const std::string& s) { return QString::fromStdString(s); }
+
+// A page being printed or written to a PDF.
+bool OnPaper(const QPainter& p) {
+    return (p.device() && p.device()->devType() == QInternal::Printer) ||
+           (p.paintEngine() && p.paintEngine()->type() == QPaintEngine::Pdf);
+}
 
 // A one-line caption laid out at the largest size, from its own down to 0.6
 // of it, at which it fits its box: laid out once for each size tried, and
@@ -403,7 +410,7 @@ void FormView::PaintForm(QPainter& p, const QRect& exposed) {
     // The form's colour shows in the two-pixel strip the picture leaves.
     p.fillRect(rect(), Qt::white);
     const QPixmap& bg = look::Bitmap(Form().Picture);
-    const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
+    const bool onPaper = OnPaper(p);
     // On paper the picture is drawn from the drawing it was made from, at
     // the printer's resolution (printing has loaded the module that can).
     const bool drawn = onPaper && extras::Loaded() &&
@@ -545,7 +552,7 @@ void FormView::PaintBoard(QPainter& p) {
     frmTessuma& f = Form();
     const int keyboard = f.KeyboardCell();
     const QFont digitFont = look::Japan(20.25);
-    const bool onPaper = p.device() && p.device()->devType() == QInternal::Printer;
+    const bool onPaper = OnPaper(p);
     const QFont markFont = look::CourierBold(12);
     for (std::size_t i = 0; i < 81; ++i) {
         const TextField& c = f.txtCell[i];

@@ -33,8 +33,14 @@
 #include <string>
 #include <thread>
 
+#include <QGuiApplication>
+#include <QImage>
+#include <QPageSize>
+#include <QPainter>
+
 #include "forms/frmTessuma.h"
 #include "forms/modMain.h"
+#include "qt/extras/Printing.h"
 #include "qt/ports/QtFiles.h"
 #include "sim/World.h"
 
@@ -431,3 +437,27 @@ TEST_F(FaultsTest, KilledInTheMiddleOfASaveLeavesTheOldOrTheNewFile) {
 }
 
 }  // namespace
+
+// A page that doesn't fit the disk is no page: no file is left, and the
+// caller is told, rather than handed a truncated PDF.
+TEST_F(FaultsTest, APageThatDoesNotFitLeavesNoFile) {
+    const std::string disk = Path("docs");
+    ExpectClean(InChild([&]() -> std::string {
+        if (auto why = PrivateTmpfs(disk, "size=16k"); !why.empty()) return why;
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        int argc = 1;
+        char name[] = "disk_faults";
+        char* argv[] = {name, nullptr};
+        QGuiApplication app(argc, argv);
+        // Noise does not compress: the page is far larger than the disk.
+        QImage noise(256, 256, QImage::Format_RGB32);
+        std::mt19937 random(7);
+        for (int y = 0; y < noise.height(); ++y)
+            for (int x = 0; x < noise.width(); ++x) noise.setPixel(x, y, random());
+        const auto paint = [&](QPainter& p) { p.drawImage(QRect(0, 0, 640, 480), noise); };
+        const QString pdf = QString::fromStdString(disk + "/page.pdf");
+        CHILD_CHECK(!printing::WritePage(paint, pdf, QPageSize(QPageSize::A4)));
+        CHILD_CHECK(Names(disk).empty());
+        return "";
+    }));
+}
