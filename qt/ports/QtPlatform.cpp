@@ -9,7 +9,10 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QGuiApplication>
+#include <QDateTime>
+#include <QFileInfo>
 #include <QLockFile>
+#include <QSysInfo>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -100,10 +103,25 @@ QtInstanceLock::~QtInstanceLock() = default;
 bool QtInstanceLock::AnotherInstanceRunning() {
     if (lock_->isLocked()) return false;
     if (lock_->tryLock(0)) return false;
-    // tryLock removes a lock of a process that no longer runs; anything else
-    // means another game is running (or the folder can't be written, in
-    // which case refusing would lock the player out: let the game run).
+    // tryLock removes a lock of a process of this machine that no longer
+    // runs (or runs as another program). A lock that names no owner at all
+    // (empty, or garbage) once it is old enough not to be one still being
+    // written, or an owner on another machine, keeps no game out either.
+    if (lock_->error() == QLockFile::LockFailedError && !HeldByAGameHere() && lock_->removeStaleLockFile() &&
+        lock_->tryLock(0))
+        return false;
+    // Anything else means another game is running (or the folder can't be
+    // written, in which case refusing would lock the player out: let the
+    // game run).
     return lock_->error() == QLockFile::LockFailedError;
+}
+
+bool QtInstanceLock::HeldByAGameHere() const {
+    qint64 pid = 0;
+    QString host, app;
+    if (lock_->getLockInfo(&pid, &host, &app)) return host.isEmpty() || host == QSysInfo::machineHostName();
+    const QFileInfo file(lock_->fileName());
+    return file.lastModified().msecsTo(QDateTime::currentDateTime()) < kUnreadableLockMs;
 }
 
 // --------------------------------------------------------------------------

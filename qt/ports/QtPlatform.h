@@ -56,6 +56,10 @@ public:
     static std::string DefaultLockPath();
 
 private:
+    // A lock whose owner can't be read is taken as being written by a game
+    // starting now for this long after its last change.
+    static constexpr int kUnreadableLockMs = 3000;
+    bool HeldByAGameHere() const;
     std::unique_ptr<QLockFile> lock_;
 };
 

@@ -4,6 +4,7 @@
 // the lock and waits to be killed.
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QLockFile>
 #include <QProcess>
@@ -131,6 +132,42 @@ private slots:
         QVERIFY(!QFile::exists(LockPath()));
         QtInstanceLock next(LockPath().toStdString());
         QVERIFY(!next.AnotherInstanceRunning());
+    }
+
+    // Lock files that name no game of this machine: left empty or garbled by
+    // a crash or a full disk, or copied with a home folder from another
+    // machine. None may keep the player out, now or on a later start.
+    void aLockOfNoGameHereIsTakenOver_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("garbage") << QByteArray("\x01\xfe not a lock\n");
+        QTest::newRow("other host") << QByteArray("1\ntessuma\nsome-other-machine\n");
+    }
+    void aLockOfNoGameHereIsTakenOver() {
+        QFETCH(QByteArray, content);
+        QFile file(LockPath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        QVERIFY(file.flush());
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime));
+        file.close();
+        {
+            QtInstanceLock next(LockPath().toStdString());
+            QVERIFY(!next.AnotherInstanceRunning());
+            QCOMPARE(HolderPid(LockPath()), QCoreApplication::applicationPid());
+        }
+        QVERIFY(!QFile::exists(LockPath()));
+    }
+
+    // An empty lock file that was made a moment ago is a game starting now
+    // that hasn't written its name yet.
+    void aLockBeingWrittenKeepsTheSecondStartOut() {
+        QFile file(LockPath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        QtInstanceLock second(LockPath().toStdString());
+        QVERIFY(second.AnotherInstanceRunning());
+        QVERIFY(QFile::exists(LockPath()));
     }
 
     void aLockThatCannotBeWrittenLetsTheGameRun() {
