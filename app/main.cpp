@@ -47,10 +47,11 @@ int main(int argc, char** argv) {
     benchhooks::Install();  // the measured twin of the game only
 #endif
 
-    // The whole command line is one path of a saved game.
-    QStringList args = app.arguments();
-    args.removeFirst();
-    const std::string commandLine = args.join(' ').toStdString();
+    // The whole command line is one path of a saved game, kept as the bytes
+    // the system gave (a file's name need not be UTF-8). QApplication has
+    // taken its own options out of argv by now.
+    std::string commandLine;
+    for (int i = 1; i < argc; ++i) commandLine += (i > 1 ? " " : "") + std::string(argv[i]);
 
     QtSettingsStore settings;
     QtRandom random;

@@ -1,5 +1,5 @@
 #pragma once
-// The player's files for real: QFile reads, and replacement through a
+// The player's files for real, named by the bytes the system knows them by: reads, and replacement through a
 // temporary in the same folder that is renamed over the old file only when
 // whole (AtomicFile.h).
 

@@ -336,6 +336,18 @@ def no_caret_on_given():
         check(set(on) <= {40, 41}, f"the edit highlight is on given cells {sorted(set(on) - {40, 41})}")
 
 
+def saved_game_any_name():
+    """A saved game named on the command line opens whatever bytes its name
+    is made of: here Latin-1, which is no UTF-8."""
+    with World("name") as w:
+        w.start_x()
+        w.settings(SILENT)
+        path = w.write_game(b"partie \xe9t\xe9.tsm".decode("utf-8", "surrogateescape"), game_lines(empty={40}))
+        w.start_game(path)
+        wait_until(lambda: empty_cells(*w.form_shot("loaded")) == [40], 10, "the saved game on the board")
+        check(not windows_besides(w, w.wid), "a message box came with the game")
+
+
 def message_box_tool_window():
     """The message box is a fixed tool window that frames itself: no
     minimise or maximise button from the window manager, outside the task
@@ -831,7 +843,7 @@ def session_pipewire():
 
 
 CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, scaled_when_maximised, no_marks_left, ring_over_buttons,
-                                    no_caret_on_given, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
+                                    no_caret_on_given, saved_game_any_name, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update, session_pulse, session_pipewire,
                                     sound_default_moves, sound_sink_replaced, sound_server_restarts,
