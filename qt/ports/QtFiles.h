@@ -1,7 +1,7 @@
 #pragma once
-// The player's files for real, named by the bytes the system knows them by: reads, and replacement through a
-// temporary in the same folder that is renamed over the old file only when
-// whole (AtomicFile.h).
+// The player's files for real, named by the bytes the system knows them by:
+// reads, and replacement through a temporary in the same folder that is
+// renamed over the old file only when whole (AtomicFile.h).
 
 #include "forms/Ports.h"
 
