@@ -2,7 +2,10 @@
 // The per-user settings store on QSettings: one INI file per user,
 // application "Tessuma", one group per section.
 
+#include <map>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "forms/Ports.h"
 
@@ -25,4 +28,6 @@ public:
 
 private:
     std::unique_ptr<QSettings> settings_;
+    // The settings of this session only, when the file can't be used.
+    std::optional<std::map<std::string, std::string>> memory_;
 };
