@@ -11,6 +11,7 @@
 #include "forms/modMain.h"
 #include "qt/ports/QtDialogHost.h"
 #include "qt/ports/Extras.h"
+#include "qt/ports/QtBackground.h"
 #include "qt/ports/QtFiles.h"
 #include "qt/ports/QtInstallPaths.h"
 #include "qt/ports/QtPlatform.h"
@@ -79,6 +80,9 @@ int main(int argc, char** argv) {
     Ports ports{settings, random, clock,  display, display, instance, sysbox,   messages,
                 popups,   dialogs, sounds, music,   shell,   download, files};
     // The songs lie beside the program in a build, under share/ once installed.
+    // The solver's search runs away from the window.
+    QtBackground background;
+    ports.background = &background;
     ports.programDir = ProgramDataDir();
     ports.commandLine = commandLine;
     // The dialogs' profile lives beside the settings: ~/.config/Tessuma.

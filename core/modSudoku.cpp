@@ -158,6 +158,11 @@ bool Solved = false;
 
 long SearchCallCount = 0;
 
+// The stop of the running solve, if any; Aborted once it was heeded. Every
+// trial level then returns false without trying more digits.
+SearchStop* Stop = nullptr;
+bool Aborted = false;
+
 // The mark in UnitCount of a digit that is done in a unit, or being tried
 // there. A marked count is never 0 (the decided cell that put the mark there
 // holds the digit for as long as the mark stands) and never 1, so neither
@@ -494,6 +499,11 @@ inline int ChooseNextCell() {
 bool SearchCell(int cell) {
     ++SearchCallCount;
     if (Solved) return true;
+    if (Stop && (SearchCallCount & 1023) == 0 &&
+        (SearchCallCount >= Stop->maxCalls || Stop->requested.load(std::memory_order_relaxed))) {
+        Aborted = true;
+        return false;
+    }
 
     // This level's copy of the state.
     SolverState saved;
@@ -539,6 +549,7 @@ bool SearchCell(int cell) {
         if (stuck) {
             const int choice = ChooseNextCell();
             if (choice >= 0 && SearchCell(choice)) return true;
+            if (Aborted) return false;
         } else if (Unsolved == 0 && CheckUnits()) {
             Solved = true;
             return true;
@@ -594,9 +605,10 @@ bool LoadBoard(const Board& digits) {
     return ok;
 }
 
-bool SolveBoard() {
+bool SolveBoard(SearchStop* stop) {
     SearchCallCount = 0;
     OpenLevels = 0;
+    Aborted = false;
     while (detail::Unsolved > 0) {
         if (QueueHead == QueueTail && HiddenSingles(false) == SinglesResult::Stuck) break;
         PropagateNext();
@@ -619,7 +631,10 @@ bool SolveBoard() {
         }
     }
     if (choice < 0) return false;
-    return SearchCell(choice);
+    Stop = stop;
+    const bool solved = SearchCell(choice);
+    Stop = nullptr;
+    return solved;
 }
 
 void GetSolution(Board& digits) {
@@ -627,6 +642,8 @@ void GetSolution(Board& digits) {
 }
 
 long SearchCalls() { return SearchCallCount; }
+
+bool Stopped() { return Aborted; }
 
 int Unsolved() { return detail::Unsolved; }
 

@@ -5,7 +5,9 @@
 //
 // Calling order, always: LoadBoard, SolveBoard, GetSolution.
 
+#include <atomic>
 #include <cstdint>
+#include <limits>
 
 namespace modSudoku {
 
@@ -16,8 +18,20 @@ using Board = std::uint8_t[81];  // 0 = empty, 1..9 = digit, cell = 9 * row + co
 // A value above 9 is no digit; it is read as an empty cell.
 bool LoadBoard(const Board& digits);
 
+// Ends a search early from outside. A solve given one looks at it every
+// 1024 trial steps and gives up once `requested` is set (from any thread) or
+// `maxCalls` trial steps are made: it answers false, Stopped() tells why, and
+// the state is left as it stood, of no use to GetSolution.
+struct SearchStop {
+    std::atomic<bool> requested{false};
+    long maxCalls = std::numeric_limits<long>::max();
+};
+
 // Solves the loaded board; true when every cell was decided.
-bool SolveBoard();
+bool SolveBoard(SearchStop* stop = nullptr);
+
+// True when the last SolveBoard gave up at its SearchStop.
+bool Stopped();
 
 // Writes the digit of every decided cell, 0 for an undecided one.
 void GetSolution(Board& digits);

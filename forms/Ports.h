@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -235,6 +236,18 @@ public:
     virtual void RemoveFile(const std::string& path) = 0;
 };
 
+// Long work of the game (the solver's search) done away from the window,
+// which stays live meanwhile: it repaints, answers the desktop and can be
+// closed, while the player's input and the form's clock wait. Run returns
+// once the work has returned; false when it had to be cut short first (the
+// window is closing): `stop` was called from the window's side and the work
+// returned early.
+class IBackground {
+public:
+    virtual ~IBackground() = default;
+    virtual bool Run(const std::function<void()>& work, const std::function<void()>& stop) = 0;
+};
+
 // Wall clock, for the one seeding of the random generator.
 class IClock {
 public:
@@ -263,6 +276,8 @@ struct Ports {
     IFiles& files;
     IWindow* window = nullptr;
     IPrinter* printer = nullptr;
+    // Without one, long work runs where it is asked for, as in the tests.
+    IBackground* background = nullptr;
     // The program's own folder (Music/, the version file); and the command line.
     std::string programDir{};
     std::string commandLine{};

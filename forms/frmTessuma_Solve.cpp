@@ -28,9 +28,23 @@ void frmTessuma::SolveOrCheck(bool CheckOnly) {
 
     // A board that cannot hold all digits makes LoadBoard answer false and
     // SolveBoard answer true; the result is read from SolveBoard alone.
-    (void)modSudoku::LoadBoard(Digits);
-    SolverResult = modSudoku::SolveBoard();
-    modSudoku::GetSolution(Digits);
+    // A board without a solution can keep the search busy for minutes, so
+    // it runs away from the window. Cut short because the window closes,
+    // the board is not judged: no message, and an own puzzle isn't taken.
+    modSudoku::SearchStop stop;
+    bool solved = false;
+    const auto search = [&Digits, &stop, &solved] {
+        (void)modSudoku::LoadBoard(Digits);
+        solved = modSudoku::SolveBoard(&stop);
+        modSudoku::GetSolution(Digits);
+    };
+    const auto cut = [&stop] { stop.requested = true; };
+    if (ports.background ? !ports.background->Run(search, cut) : (search(), false)) {
+        if (CheckOnly) PuzzleAccepted = false;
+        SetMousePointer(vb::kPointerDefault);
+        return;
+    }
+    SolverResult = solved;
 
     if (CheckOnly) {
         BoardState.clear();

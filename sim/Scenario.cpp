@@ -135,6 +135,7 @@ public:
         if (cmd == "sysbox") return SysBox(w);
         if (cmd == "download") return Download(w);
         if (cmd == "song-end") return SongEnd(w);
+        if (cmd == "close-during-search") return CloseDuringSearch(w);
         if (cmd == "start") return Start(w);
         if (cmd == "call") return Call(w);
         if (cmd == "type") return Type(w);
@@ -335,6 +336,11 @@ private:
     void SongEnd(const std::vector<Token>& w) {
         ArgCount(w, 0, 0, "song-end");
         Add([](Runtime& rt, Output&) { rt.world.music.SongEnd(); });
+    }
+
+    void CloseDuringSearch(const std::vector<Token>& w) {
+        ArgCount(w, 0, 0, "close-during-search");
+        Add([](Runtime& rt, Output&) { rt.world.background.cutNext = true; });
     }
 
     // ---- actions ----------------------------------------------------------

@@ -347,6 +347,7 @@ Ports World::MakePorts() {
     p.programDir = sandbox;
     p.commandLine = commandLine;
     p.profileDir = sandbox;
+    p.background = &background;
     return p;
 }
 

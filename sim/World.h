@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "forms/Ports.h"
@@ -248,6 +249,22 @@ private:
     FakeFiles& files_;
 };
 
+// Runs long work where it is asked for. With `cutNext` the next work is
+// stopped as a closing window stops it: the stop comes first, so the work
+// returns at its first look at it.
+class FakeBackground : public IBackground {
+public:
+    int runs = 0;
+    bool cutNext = false;
+    bool Run(const std::function<void()>& work, const std::function<void()>& stop) override {
+        ++runs;
+        const bool cut = std::exchange(cutNext, false);
+        if (cut) stop();
+        work();
+        return !cut;
+    }
+};
+
 class World {
 public:
     World() = default;
@@ -275,6 +292,7 @@ public:
     FakePrinter printer;
     FakeShell shell;
     FakeDownloader download{files};
+    FakeBackground background;
 
     // The ports a test may hand over in place of the world's own fakes.
     struct {

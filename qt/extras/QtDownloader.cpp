@@ -1,8 +1,6 @@
 // The update check's download, over QNetworkAccessManager, bounded in size and time.
 #include "qt/extras/QtDownloader.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -10,20 +8,11 @@
 #include <QTimer>
 #include <QUrl>
 
+#include "qt/ports/InputHold.h"
+
 namespace {
 
 int gActive = 0;
-
-// Holds back the player's input while the check runs, as the game's own
-// synchronous check does; everything else, a close request included, goes on.
-class InputHold : public QObject {
-public:
-    InputHold() { QCoreApplication::instance()->installEventFilter(this); }
-    ~InputHold() override { QCoreApplication::instance()->removeEventFilter(this); }
-
-protected:
-    bool eventFilter(QObject*, QEvent* e) override { return e->isInputEvent(); }
-};
 
 }  // namespace
 

@@ -21,6 +21,7 @@
 #include "forms/modMain.h"
 #include "qt/controls/HoverCommand.h"
 #include "qt/ports/Extras.h"
+#include "qt/ports/QtBackground.h"
 #include "qt/view/FirstFrame.h"
 #include "qt/view/Look.h"
 #include "qt/view/MessageDialog.h"
@@ -244,6 +245,9 @@ FormView::FormView(Program& program, QWidget* parent) : QWidget(parent), program
     clock_.setInterval(1000);
     song_.setInterval(250);
     connect(&clock_, &QTimer::timeout, this, [this] {
+        // The game's clock stands while the solver searches, as it would
+        // for a game that searched in place.
+        if (QtBackground::Busy()) return;
         if (Form().tmrClock.Enabled) Form().tmrClock_Timer();
         AfterModel();
     });

@@ -14,6 +14,7 @@
 #include "forms/frmUpdate.h"
 #include "forms/modMain.h"
 #include "qt/ports/Extras.h"
+#include "qt/ports/QtBackground.h"
 #include "qt/view/FormView.h"
 #include "qt/view/UpdateDialog.h"
 
@@ -55,7 +56,7 @@ void TessumaWindow::FollowModel() {
         return;
     }
     frmTessuma& f = *program_.MainForm;
-    if (closePending_ && !extras::DownloadActive() && !QApplication::activeModalWidget()) {
+    if (closePending_ && !extras::DownloadActive() && !QtBackground::Busy() && !QApplication::activeModalWidget()) {
         closePending_ = false;
         f.cmdClose_Click();
         if (view_) view_->AfterModel();
@@ -205,6 +206,13 @@ void TessumaWindow::closeEvent(QCloseEvent* e) {
     e->ignore();
     if (extras::DownloadActive()) {
         closePending_ = true;
+        return;
+    }
+    // A search of the solver is stopped; the close follows once the form is
+    // back from it.
+    if (QtBackground::Busy()) {
+        closePending_ = true;
+        QtBackground::StopForClose();
         return;
     }
     program_.MainForm->cmdClose_Click();

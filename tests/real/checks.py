@@ -348,6 +348,43 @@ def saved_game_any_name():
         check(not windows_besides(w, w.wid), "a message box came with the game")
 
 
+# 16 digits, none twice in a unit, and no solution: the solver searches
+# for about half a minute before it says so.
+NO_SOLUTION = "000000000000000000060000000509041078800002900000000203000000600080100000300000000"
+
+
+def search_keeps_window_live():
+    """Finish on an own puzzle without a solution: while the solver searches,
+    the window draws itself anew and a close ends the search and the game,
+    without a word of the search's answer."""
+    with World("search") as w:
+        w.start_x()
+        w.play(SILENT + "Clickring=0\n")
+        w.click(*CREATE)
+        wait_until(lambda: windows_besides(w, w.wid), 5, "the create menu")
+        w.key("o")  # Enter My Own Puzzle
+        wait_until(lambda: not windows_besides(w, w.wid), 5, "the menu to close")
+        for cell, digit in enumerate(NO_SOLUTION):
+            if digit != "0":
+                x0, y0, x1, y1 = cell_rect(cell)
+                w.click((x0 + x1) // 2, (y0 + y1) // 2)
+                w.key(digit)
+        wait_until(lambda: len(empty_cells(*w.form_shot("typed"))) == 65, 10, "the typed digits")
+        w.click(*CREATE)  # Finish takes the first button's place
+        started = time.monotonic()
+        # Hidden and shown again, the window draws its board anew.
+        w.xdo("windowminimize", "--sync", w.wid)
+        wait_until(lambda: "Normal" not in w.run(["xprop", "-id", str(w.wid), "WM_STATE"]).stdout, 5,
+                   "the window hidden")
+        w.xdo("windowactivate", "--sync", w.wid)
+        wait_until(lambda: len(empty_cells(*w.form_shot("shown"))) == 65, 5, "the board drawn during the search")
+        check(not windows_besides(w, w.wid), "the search was over before the window was shown again")
+        w.run(["wmctrl", "-i", "-c", hex(w.wid)])
+        wait_until(lambda: w.game.poll() is not None or windows_besides(w, w.wid), 10, "the game to close")
+        report("seconds from the finish to the close", round(time.monotonic() - started, 1))
+        check(w.game.poll() is not None, "a box came instead of the close")
+
+
 def message_box_tool_window():
     """The message box is a fixed tool window that frames itself: no
     minimise or maximise button from the window manager, outside the task
@@ -843,7 +880,7 @@ def session_pipewire():
 
 
 CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, scaled_when_maximised, no_marks_left, ring_over_buttons,
-                                    no_caret_on_given, saved_game_any_name, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
+                                    no_caret_on_given, saved_game_any_name, search_keeps_window_live, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update, session_pulse, session_pipewire,
                                     sound_default_moves, sound_sink_replaced, sound_server_restarts,

@@ -46,4 +46,35 @@ TEST(SolverTrial, PuzzleWithOneSolution) {
     EXPECT_EQ(o.digits, "153846297947312865286579341692485713814237956735691482321958674568724139479163528");
 }
 
+// A stop ends a search between trial steps: the answer is false and says
+// so, and it leaves nothing behind for the next solve, which runs whole.
+TEST(SolverTrial, AStoppedSearchGivesUpAndLeavesTheNextWhole) {
+    const std::string twoFives = "55" + std::string(79, '0');
+    const Outcome whole = Solve(twoFives);
+    ASSERT_FALSE(whole.solved);
+    ASSERT_EQ(whole.calls, 8801);
+    EXPECT_FALSE(modSudoku::Stopped());
+
+    modSudoku::Board b{};
+    b[0] = b[1] = 5;
+    for (long budget : {2048L, 5000L}) {
+        modSudoku::SearchStop stop;
+        stop.maxCalls = budget;
+        (void)modSudoku::LoadBoard(b);
+        EXPECT_FALSE(modSudoku::SolveBoard(&stop));
+        EXPECT_TRUE(modSudoku::Stopped());
+        EXPECT_EQ(modSudoku::SearchCalls(), (budget + 1023) / 1024 * 1024);
+    }
+    modSudoku::SearchStop asked;
+    asked.requested = true;
+    (void)modSudoku::LoadBoard(b);
+    EXPECT_FALSE(modSudoku::SolveBoard(&asked));
+    EXPECT_EQ(modSudoku::SearchCalls(), 1024);
+
+    const Outcome again = Solve(twoFives);
+    EXPECT_FALSE(modSudoku::Stopped());
+    EXPECT_EQ(again.calls, whole.calls);
+    EXPECT_EQ(again.digits, whole.digits);
+}
+
 }  // namespace
