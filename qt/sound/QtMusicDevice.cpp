@@ -36,6 +36,8 @@ using Decoder = std::unique_ptr<mpg123_handle, DecoderDeleter>;
 constexpr qint64 kBufferAskedUs = 1'000'000;
 constexpr int kTopUpMaxMs = 500;
 constexpr int kTopUpMinMs = 40;
+// A stream starts playing once it holds this much (see SongFeed).
+constexpr qint64 kStartAfterUs = 60'000;
 // A sink that has played nothing for this long while it should play is
 // given up and started anew (on the server's default output as it is then).
 constexpr qint64 kStalledMs = 2000;
@@ -76,49 +78,55 @@ Decoder OpenDecoder(const QString& path, long& rate, int& channels, long& length
 }
 
 // Hands the sink the song's samples, decoded as the sink asks for them, up to
-// a mark. The sink polls its source every 20 ms until the source answers
-// "nothing yet" (and it asks only while it has room for a read). So each
-// top-up fills the sink to the brim, and the source answers "nothing yet" on
-// the first read after that: the sink has played since, so it is running and
-// holds nearly its whole buffer. The feed then rests until the next top-up,
-// and a playing song wakes the program a few times a second instead of fifty.
+// a mark. The sink polls its source every 20 ms for as long as it has room
+// for a read, and stops once the source answers "nothing yet"; a sink too
+// full for a read polls on, until the server asks for more, which a server
+// with long buffers does seldom and in large pieces. So each top-up fills the
+// sink to a read short of the brim and then answers "nothing yet": the sink
+// stops polling at once, the feed rests until the next top-up, and a playing
+// song wakes the program a few times a second instead of fifty.
 //
-// Resting only after the brim matters: a server that ran dry waits for
-// nearly a whole buffer before it plays again, and a source that rested a
-// read short of that would wait for the server while the server waits for it.
+// The server starts a stream, and starts it again after running dry, once
+// it holds what the stream's size says (or nearly a whole buffer, for a
+// stream without one). The size given is a few reads' worth: a feed resting
+// short of a whole buffer never waits for a server that waits for it.
 class SongFeed : public QIODevice {
 public:
     SongFeed(mpg123_handle* decoder, const QAudioFormat& format, QAudioSink* sink)
-        : QIODevice(sink), decoder_(decoder), sink_(sink), frameBytes_(format.bytesPerFrame()) {
+        : QIODevice(sink),
+          decoder_(decoder),
+          sink_(sink),
+          frameBytes_(format.bytesPerFrame()),
+          startBytes_(format.bytesForDuration(kStartAfterUs)) {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
     // Starts feeding at the decoder's place, with `left` bytes to the mark.
     void Begin(qint64 left) {
         left_ = left - left % frameBytes_;
-        total_ = left_;
         exhausted_ = left_ <= 0;
         resting_ = false;
-        brim_ = false;
     }
     void TopUp() {
         if (exhausted_) return;
         resting_ = false;
-        brim_ = false;
         emit readyRead();
     }
 
     bool isSequential() const override { return true; }
-    // What is left to play when the sink opens: less than a buffer, and the
-    // sink starts playing without waiting for a whole one.
-    qint64 size() const override { return total_; }
+    // What the server waits for before it plays (see above).
+    qint64 size() const override { return std::min(left_, startBytes_); }
     bool atEnd() const override { return exhausted_; }
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override {
-        if (brim_) resting_ = true;
         if (exhausted_ || resting_) return 0;
+        // Room for less than two reads, and a read's worth held: rest here.
         const qint64 room = sink_->bytesFree();
+        if (room < 2 * maxSize && sink_->bufferSize() - room >= maxSize) {
+            resting_ = true;
+            return 0;
+        }
         const qint64 want = std::min(maxSize - maxSize % frameBytes_, left_);
         size_t done = 0;
         const int rc = want > 0 ? mpg123_read(decoder_, reinterpret_cast<unsigned char*>(data), size_t(want), &done)
@@ -127,8 +135,6 @@ protected:
         left_ -= qint64(done);
         // The end of the file, a damaged stretch the decoder gives up on, or the mark.
         if (left_ <= 0 || (rc != MPG123_OK && rc != MPG123_NEW_FORMAT)) exhausted_ = true;
-        // The sink can't take another read of this size until it has played.
-        if (room - qint64(done) < maxSize) brim_ = true;
         return qint64(done);
     }
     qint64 writeData(const char*, qint64) override { return -1; }
@@ -137,11 +143,10 @@ private:
     mpg123_handle* decoder_;
     QAudioSink* sink_;
     const int frameBytes_;
+    const qint64 startBytes_;
     qint64 left_ = 0;
-    qint64 total_ = 0;
     bool exhausted_ = true;
     bool resting_ = false;
-    bool brim_ = false;  // this top-up has filled the sink
 };
 
 }  // namespace

@@ -69,6 +69,18 @@ def popup_heard(w, rec, what):
         wait_until(lambda: not windows_besides(w, w.wid), 5, "the level menu to close")
 
 
+def game_with_song(w, server="pulse"):
+    """Starts the sound server and the game with sounds on; returns the
+    recording of the default output once the song is heard on it."""
+    w.start_x()
+    w.start_sound(server)
+    w.settings(SOUNDS_ON)
+    rec = w.record()
+    w.start_game()
+    wait_song(rec, 15, "the song")
+    return rec
+
+
 def sound_default_moves():
     """The player switches to another output mid-song: the song goes on
     there, and the next effect sounds there too."""
@@ -91,12 +103,7 @@ def sound_sink_replaced():
     """The output goes away mid-song and another one comes: the song and
     the effects come back on it."""
     with World("sink-replaced") as w:
-        w.start_x()
-        w.start_sound("pulse")
-        w.settings(SOUNDS_ON)
-        rec_t = w.record("t")
-        w.start_game()
-        wait_song(rec_t, 15, "the song")
+        game_with_song(w)
         module = [line.split("\t")[0] for line in w.pactl("list", "short", "modules").splitlines()
                   if "sink_name=t" in line][0]
         w.pactl("unload-module", module)
@@ -113,12 +120,7 @@ def sound_server_restarts():
     """The sound server stops mid-song and starts again: the song comes
     back, and so do the effects."""
     with World("restart") as w:
-        w.start_x()
-        w.start_sound("pulse")
-        w.settings(SOUNDS_ON)
-        rec = w.record()
-        w.start_game()
-        wait_song(rec, 15, "the song")
+        rec = game_with_song(w)
         popup_heard(w, rec, "the popup sound")
         w.stop_sound()
         w.start_sound("pulse")
@@ -131,12 +133,7 @@ def sound_rate_changes():
     """The graph's rate changes mid-song (PipeWire follows the hardware or
     the player's settings): the song plays on, and the effects too."""
     with World("rate") as w:
-        w.start_x()
-        w.start_sound("pipewire")
-        w.settings(SOUNDS_ON)
-        rec = w.record()
-        w.start_game()
-        wait_song(rec, 15, "the song")
+        rec = game_with_song(w, "pipewire")
         for rate in (48000, 96000, 44100):
             w.run(["pw-metadata", "-n", "settings", "0", "clock.force-rate", str(rate)])
             mark = rec.seconds()
