@@ -12,7 +12,6 @@ import hear  # noqa: E402
 
 rw_image = Image.load
 
-QUIET = "[Options]\nSounds=1\nVolume=0\n"
 SILENT = "[Options]\nSounds=0\nVolume=0\n"
 
 # Form points of the controls the checks use: the side buttons, 62 pixels apart.
@@ -141,19 +140,6 @@ def sound_rate_changes():
             wait_song(rec, 15, f"the song at {rate} Hz")
             popup_heard(w, rec, f"the popup sound at {rate} Hz")
         check(w.game.poll() is None, "the game ended")
-
-
-def start_sound():
-    """The start sound plays at start-up, also with a game on the command line."""
-    with World("start") as w:
-        w.start_x()
-        w.start_pulse()
-        w.settings(QUIET)
-        game = w.write_game("start.tsm", game_lines(empty={0, 1, 2, 40}))
-        rec = w.record()
-        w.start_game(game)
-        heard = rec.wait_sound(0, 10, "the start sound")
-        report("start sound heard after (s of recording)", round(heard, 2))
 
 
 def song_heard():
@@ -382,46 +368,6 @@ def search_keeps_window_live():
         check(w.game.poll() is not None, "a box came instead of the close")
 
 
-def message_box_tool_window():
-    """The message box is a fixed tool window that frames itself: no
-    minimise or maximise button from the window manager, outside the task
-    bar, named for task switchers, centred on the game."""
-    with World("msgbox") as w:
-        w.start_x()
-        w.play(SILENT)
-        w.click(*PRINT)  # no puzzle: "Why to print with no puzzle?"
-        box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, "the message box")
-        wait_until(lambda: "_NET_WM_ALLOWED_ACTIONS" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS")
-                   and "=" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS"), 5, "the window manager to take the box")
-        name = w.prop(box, "_NET_WM_NAME")
-        state = w.prop(box, "_NET_WM_STATE")
-        kind = w.prop(box, "_NET_WM_WINDOW_TYPE")
-        extents = w.prop(box, "_NET_FRAME_EXTENTS")
-        report("name", name)
-        report("state", state)
-        report("type", kind)
-        report("frame", extents)
-        check("Tessuma Sudoku" in name, f"the box has no name for task switchers: {name}")
-        motif = w.prop(box, "_MOTIF_WM_HINTS").split("=")[-1].split(",")
-        check(len(motif) == 5 and int(motif[1], 0) == 4 | 32 and int(motif[2], 0) == 0,
-              f"the box asks for more than move and close, or for a frame: {motif}")
-        check(extents.endswith("0, 0, 0, 0"), f"the window manager frames the box: {extents}")
-        w.xdo("windowminimize", box)
-        wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout
-                   and "HIDDEN" not in w.prop(box, "_NET_WM_STATE"), 5, "the minimised box to come back")
-        check("SKIP_TASKBAR" in state, "the box is in the task bar")
-        check("UTILITY" in kind or "DIALOG" in kind, f"the box is an ordinary window: {kind}")
-
-        def off_centre():
-            bx, by, bw, bh = w.geometry(box)
-            mx, my, mw, mh = w.geometry(w.wid)
-            return (abs((bx + bw / 2) - (mx + mw / 2)), abs((by + bh / 2) - (my + mh / 2)))
-        try:
-            wait_until(lambda: max(off_centre()) <= 1, 3, "the box centred on the game")
-        finally:
-            report("box centre off the game's centre by", off_centre())
-
-
 def destroy_window(w, wid):
     """Destroys a window of another client, as a misbehaving program might."""
     import ctypes
@@ -433,13 +379,44 @@ def destroy_window(w, wid):
     x11.XCloseDisplay(ctypes.c_void_p(display))
 
 
-def message_box_closes():
-    """The system's close ends the message box, whichever way it comes: its
-    own close mark, Alt+F4, a close asked by another program, its window
-    destroyed from outside. The game goes on each time."""
-    with World("msgclose") as w:
+def message_box():
+    """The message box is a fixed tool window that frames itself (no
+    minimise or maximise button from the window manager, outside the task
+    bar, named for task switchers, centred on the game), and the system's
+    close ends it whichever way it comes: its own close mark, Alt+F4, a close
+    asked by another program, its window destroyed from outside. The game
+    goes on each time."""
+    with World("msgbox") as w:
         w.start_x()
         w.play(SILENT)
+
+        def open_box(what):
+            w.click(*PRINT)  # no puzzle: "Why to print with no puzzle?"
+            box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, what)
+            wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout, 5, "the box shown")
+            return box
+
+        box = open_box("the message box")
+        wait_until(lambda: "=" in w.prop(box, "_NET_WM_ALLOWED_ACTIONS"), 5, "the window manager to take the box")
+        name, state = w.prop(box, "_NET_WM_NAME"), w.prop(box, "_NET_WM_STATE")
+        kind, extents = w.prop(box, "_NET_WM_WINDOW_TYPE"), w.prop(box, "_NET_FRAME_EXTENTS")
+        report("name, state, type, frame", (name, state, kind, extents))
+        check("Tessuma Sudoku" in name, f"the box has no name for task switchers: {name}")
+        motif = w.prop(box, "_MOTIF_WM_HINTS").split("=")[-1].split(",")
+        check(len(motif) == 5 and int(motif[1], 0) == 4 | 32 and int(motif[2], 0) == 0,
+              f"the box asks for more than move and close, or for a frame: {motif}")
+        check(extents.endswith("0, 0, 0, 0"), f"the window manager frames the box: {extents}")
+        check("SKIP_TASKBAR" in state, "the box is in the task bar")
+        check("UTILITY" in kind or "DIALOG" in kind, f"the box is an ordinary window: {kind}")
+
+        def off_centre():
+            bx, by, bw, bh = w.geometry(box)
+            mx, my, mw, mh = w.geometry(w.wid)
+            return (abs((bx + bw / 2) - (mx + mw / 2)), abs((by + bh / 2) - (my + mh / 2)))
+        try:
+            wait_until(lambda: max(off_centre()) <= 1, 3, "the box centred on the game")
+        finally:
+            report("box centre off the game's centre by", off_centre())
 
         def mark(box):
             bx, by, bw, bh = w.geometry(box)
@@ -453,13 +430,12 @@ def message_box_closes():
                 "wmctrl -c": lambda box: w.run(["wmctrl", "-i", "-c", hex(box)]),
                 "its window destroyed": lambda box: destroy_window(w, box)}
         for how, close in ways.items():
-            w.click(*PRINT)  # no puzzle: "Why to print with no puzzle?"
-            box = wait_until(lambda: (windows_besides(w, w.wid) or [None])[-1], 5, f"the box before {how}")
-            wait_until(lambda: "IsViewable" in w.run(["xwininfo", "-id", str(box)]).stdout, 5, "the box shown")
+            if box is None:
+                box = open_box(f"the box before {how}")
             close(box)
+            box = None
             wait_until(lambda: not windows_besides(w, w.wid), 5, f"the box to close by {how}")
             check(w.game.poll() is None, f"the game ended after {how}")
-            report("closed by", how)
         # Still answering: the level menu opens.
         w.click(*CREATE)
         wait_until(lambda: windows_besides(w, w.wid), 5, "the level menu after the boxes")
@@ -876,8 +852,8 @@ def session_pipewire():
     player_session("pipewire")
 
 
-CHECKS = {f.__name__: f for f in (start_sound, song_heard, window_live, scaled_when_maximised, no_marks_left, ring_over_buttons,
-                                    no_caret_on_given, saved_game_any_name, search_keeps_window_live, message_box_tool_window, message_box_closes, name_prompt_caret, offscreen_position,
+CHECKS = {f.__name__: f for f in (song_heard, window_live, scaled_when_maximised, no_marks_left, ring_over_buttons,
+                                    no_caret_on_given, saved_game_any_name, search_keeps_window_live, message_box, name_prompt_caret, offscreen_position,
                                     update_check_bounded, print_page, print_to_file, texts_fit,
                                     close_during_update, session_pulse, session_pipewire,
                                     sound_default_moves, sound_sink_replaced, sound_server_restarts,

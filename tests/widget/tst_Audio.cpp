@@ -38,7 +38,6 @@ private slots:
     void effectResources();
     void effectLevelsMatch();
     void effectsNeverBlock();
-    void newEffectCutsOffTheOld();
 
     void missingSongIsAnErrorAndSilence();
     void songsLoadWithTheirLength_data();
@@ -137,17 +136,6 @@ void tst_Audio::effectsNeverBlock() {
     QCOMPARE(fx->Started(), 8);
     // Gone in the middle of a sound: no hang, no crash.
     fx.reset();
-}
-
-void tst_Audio::newEffectCutsOffTheOld() {
-    if (!HaveSoundDevice()) QSKIP("no sound device here");
-    QtSoundEffects fx;
-    fx.Play(101);  // 2.6 seconds
-    QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 101, 3000);
-    fx.Play(106);  // a 50 ms click takes its place
-    QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 106, 3000);
-    // The click ends long before the 2.6 seconds of the first would have.
-    QTRY_COMPARE_WITH_TIMEOUT(fx.Playing(), 0, 2000);
 }
 
 // --------------------------------------------------------------------------

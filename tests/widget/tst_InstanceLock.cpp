@@ -23,7 +23,6 @@
 namespace {
 
 const char kHoldArg[] = "--hold-lock";
-const char kTakeAndQuitArg[] = "--take-lock-and-quit";
 
 // Holder mode: take the lock, tell the parent, and wait to be killed.
 int HoldLock(const char* path) {
@@ -35,12 +34,6 @@ int HoldLock(const char* path) {
     std::puts("locked");
     std::fflush(stdout);
     for (;;) pause();
-}
-
-// A game that starts and closes normally.
-int TakeLockAndQuit(const char* path) {
-    QtInstanceLock lock(path);
-    return lock.AnotherInstanceRunning() ? 3 : 0;
 }
 
 // The pid that a lock file names, or 0 if the file is not a lock.
@@ -123,17 +116,6 @@ private slots:
         QVERIFY(third.AnotherInstanceRunning());
     }
 
-    void aGameClosedNormallyFreesTheLock() {
-        QProcess game;
-        game.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(kTakeAndQuitArg), LockPath()});
-        QVERIFY(game.waitForFinished(10000));
-        QCOMPARE(game.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(game.exitCode(), 0);
-        QVERIFY(!QFile::exists(LockPath()));
-        QtInstanceLock next(LockPath().toStdString());
-        QVERIFY(!next.AnotherInstanceRunning());
-    }
-
     // Lock files that name no game of this machine: left empty or garbled by
     // a crash or a full disk, or copied with a home folder from another
     // machine. None may keep the player out, now or on a later start.
@@ -189,7 +171,6 @@ private slots:
 
 int main(int argc, char** argv) {
     if (argc == 3 && std::strcmp(argv[1], kHoldArg) == 0) return HoldLock(argv[2]);
-    if (argc == 3 && std::strcmp(argv[1], kTakeAndQuitArg) == 0) return TakeLockAndQuit(argv[2]);
     QCoreApplication app(argc, argv);
     tst_InstanceLock test;
     return QTest::qExec(&test, argc, argv);
